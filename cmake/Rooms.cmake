@@ -1,0 +1,35 @@
+# A room is one folder of src/ and one static library; what it may link is what it may include.
+#   add_room(policy SOURCES a.cpp b.cpp LINKS bridge::base bridge::platform PRIVATE_LINKS fmt::fmt)
+function(add_room name)
+    cmake_parse_arguments(ROOM "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+    set(target bridge_${name})
+    add_library(${target} STATIC ${ROOM_SOURCES})
+    add_library(bridge::${name} ALIAS ${target})
+    target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(${target} PUBLIC ${ROOM_LINKS} PRIVATE ${ROOM_PRIVATE_LINKS} bridge_warnings)
+endfunction()
+
+# A port is header-only: nothing to compile, but it says what it needs.
+function(add_header_room name)
+    cmake_parse_arguments(ROOM "" "" "LINKS" ${ARGN})
+    add_library(bridge_${name} INTERFACE)
+    add_library(bridge::${name} ALIAS bridge_${name})
+    target_include_directories(bridge_${name} INTERFACE ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(bridge_${name} INTERFACE ${ROOM_LINKS})
+endfunction()
+
+# AUTO builds a desktop adapter when its libraries are there, ON demands them, OFF leaves it out.
+#   desktop_adapter(GIO gio-2.0 gio-unix-2.0)   sets HAVE_GIO and the target PkgConfig::GIO
+macro(desktop_adapter name)
+    set(BRIDGE_${name} ${BRIDGE_DESKTOP} CACHE STRING "Build the ${name} adapter: AUTO, ON or OFF")
+    set(HAVE_${name} FALSE)
+    if(BRIDGE_${name} STREQUAL "ON")
+        pkg_check_modules(${name} REQUIRED IMPORTED_TARGET ${ARGN})
+        set(HAVE_${name} TRUE)
+    elseif(BRIDGE_${name} STREQUAL "AUTO")
+        pkg_check_modules(${name} IMPORTED_TARGET ${ARGN})
+        if(${name}_FOUND)
+            set(HAVE_${name} TRUE)
+        endif()
+    endif()
+endmacro()

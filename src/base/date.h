@@ -1,0 +1,25 @@
+#pragma once
+
+#include <compare>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace bridge {
+
+// A moment, in whole seconds since 1970-01-01T00:00:00Z (no leap seconds, as POSIX counts).
+struct Date {
+    int64_t secondsSince1970 = 0;
+    auto operator<=>(const Date&) const = default;
+};
+
+// Reads an RFC 3339 internet date-time: YYYY-MM-DDTHH:MM:SS followed by "Z" or a numeric offset such as +02:00.
+// Fractions, a missing zone, lower-case letters, days that no calendar has, second 60 and years outside 0001...9999
+// are refused (nothing is returned).
+std::optional<Date> parseDate(std::string_view text);
+
+// The same form in UTC, without fractions: 2026-08-14T11:28:41Z.
+std::string formatDate(Date date);
+
+} // namespace bridge

@@ -1,0 +1,110 @@
+#include "base/event_loop.h"
+
+#include <mutex>
+#include <poll.h>
+#include <uv.h>
+#include <vector>
+
+namespace bridge {
+
+struct EventLoop::State {
+    uv_loop_t loop{};
+    uv_async_t wake{};
+    uv_prepare_t prepare{};
+    std::vector<std::function<void()>> beforeWaiting;
+    bool stopping = false;
+
+    std::mutex mutex; // guards what follows, the only state other threads touch
+    std::vector<std::function<void()>> posted;
+    bool stopRequested = false;
+
+    void runPosted() {
+        std::vector<std::function<void()>> actions;
+        {
+            std::lock_guard lock(mutex);
+            actions.swap(posted);
+            stopping = stopping || stopRequested;
+            stopRequested = false;
+        }
+        for (auto& action : actions) action();
+    }
+};
+
+EventLoop::EventLoop() : m_state(std::make_unique<State>()) {
+    uv_loop_init(&m_state->loop);
+    m_state->wake.data = m_state.get();
+    uv_async_init(&m_state->loop, &m_state->wake, [](uv_async_t* wake) { static_cast<State*>(wake->data)->runPosted(); });
+    m_state->prepare.data = m_state.get();
+    uv_prepare_init(&m_state->loop, &m_state->prepare);
+    uv_prepare_start(&m_state->prepare, [](uv_prepare_t* prepare) {
+        for (auto& action : static_cast<State*>(prepare->data)->beforeWaiting) action();
+    });
+}
+
+EventLoop::~EventLoop() {
+    uv_walk(
+        &m_state->loop,
+        [](uv_handle_t* handle, void*) {
+            if (!uv_is_closing(handle)) uv_close(handle, nullptr);
+        },
+        nullptr);
+    uv_run(&m_state->loop, UV_RUN_DEFAULT);
+    uv_loop_close(&m_state->loop);
+}
+
+void EventLoop::run() {
+    m_state->runPosted();
+    while (!m_state->stopping) uv_run(&m_state->loop, UV_RUN_ONCE);
+    m_state->stopping = false;
+}
+
+void EventLoop::stop() {
+    {
+        std::lock_guard lock(m_state->mutex);
+        m_state->stopRequested = true;
+    }
+    uv_async_send(&m_state->wake);
+}
+
+void EventLoop::post(std::function<void()> action) {
+    {
+        std::lock_guard lock(m_state->mutex);
+        m_state->posted.push_back(std::move(action));
+    }
+    uv_async_send(&m_state->wake);
+}
+
+void EventLoop::beforeWaiting(std::function<void()> action) {
+    m_state->beforeWaiting.push_back(std::move(action));
+}
+
+void EventLoop::waitOnce() {
+    uv_run(&m_state->loop, UV_RUN_ONCE);
+}
+
+bool EventLoop::turn() {
+    // One pass handles one batch of events. Going back to the shell's own poll between batches costs half as much again
+    // per request, so drain until a pass finds nothing; the bound keeps the shell alive under a flood.
+    constexpr int maximumPasses = 64;
+    pollfd events{backendDescriptor(), POLLIN, 0};
+    int passes = 0;
+    while (passes < maximumPasses && (backendTimeout() == 0 || poll(&events, 1, 0) > 0)) {
+        uv_run(&m_state->loop, UV_RUN_NOWAIT);
+        ++passes;
+    }
+    return passes > 0;
+}
+
+int EventLoop::backendDescriptor() const {
+    return uv_backend_fd(&m_state->loop);
+}
+
+int EventLoop::backendTimeout() const {
+    return uv_backend_timeout(&m_state->loop);
+}
+
+uv_loop_t* EventLoop::handle() const {
+    return &m_state->loop;
+}
+
+} // namespace bridge

@@ -1,0 +1,49 @@
+#include "base/log.h"
+
+#include "base/date.h"
+#include "base/event_loop.h"
+
+#include <ctime>
+#include <fmt/format.h>
+#include <iterator>
+#include <unistd.h>
+
+namespace bridge::log {
+
+namespace {
+
+std::string gathered;
+bool gathering = false;
+
+void append(std::string_view line) {
+    fmt::format_to(std::back_inserter(gathered), "{} {}\n", formatDate({std::time(nullptr)}), line);
+    if (!gathering) flush();
+}
+
+} // namespace
+
+void request(std::string_view what, int status, std::chrono::milliseconds took) {
+    append(fmt::format("{} {} {} ms", what, status, took.count()));
+}
+
+void note(std::string_view message) {
+    append(message);
+}
+
+void gatherOn(EventLoop& loop) {
+    gathering = true;
+    loop.beforeWaiting(flush);
+}
+
+void flush() {
+    std::string_view rest = gathered;
+    while (!rest.empty()) {
+        // A log that can't be written is no reason to stop serving.
+        const ssize_t written = write(STDERR_FILENO, rest.data(), rest.size());
+        if (written <= 0) break;
+        rest.remove_prefix(static_cast<size_t>(written));
+    }
+    gathered.clear();
+}
+
+} // namespace bridge::log

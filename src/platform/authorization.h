@@ -1,0 +1,24 @@
+#pragma once
+
+#include <optional>
+
+namespace bridge {
+
+// The services whose use the user grants one by one.
+enum class PrivacyService { calendar, reminders, contacts, music, location };
+
+// Each service's authorization status as its platform numbers it, read afresh at every call. Main thread only.
+//
+//     calendar, reminders   0 not determined, 1 restricted, 2 denied, 3 full access, 4 write only
+//     contacts              0 not determined, 1 restricted, 2 denied, 3 authorized, 4 limited
+//     music                 0 not determined, 1 denied, 2 restricted, 3 authorized
+//     location              0 not determined, 1 restricted, 2 denied, 3 authorized always, 4 authorized when in use
+//
+// Nothing when the service does not exist here at all. Other numbers may come; they mean nothing known.
+class Authorization {
+public:
+    virtual ~Authorization() = default;
+    virtual std::optional<int> status(PrivacyService service) const = 0;
+};
+
+} // namespace bridge
