@@ -15,7 +15,8 @@ namespace {
 class TemporaryFile {
 public:
     TemporaryFile(int folder, mode_t mode) : m_folder(folder), m_name(".brindlefox-" + makeUUID() + ".tmp") {
-        m_file = FileDescriptor(openat(folder, m_name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
+        m_file =
+            FileDescriptor(openat(folder, m_name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
         if (!m_file) throw PlatformError::fromErrno("The file could not be created", errno);
         if (fchmod(m_file.get(), mode) != 0) fail("The file's permissions could not be set");
     }
@@ -67,12 +68,14 @@ private:
 
 } // namespace
 
-struct stat writeFileAtomically(int folder, const std::string& name, std::string_view content, mode_t mode, IfExists ifExists) {
+struct stat writeFileAtomically(int folder, const std::string& name, std::string_view content, mode_t mode,
+                                IfExists ifExists) {
     TemporaryFile file(folder, mode);
     file.write(content);
     file.place(name, ifExists);
     // Some file systems can't flush a folder and say EINVAL; the rename itself is done by then.
-    if (fsync(folder) != 0 && errno != EINVAL) throw PlatformError::fromErrno("The folder could not be saved to disk", errno);
+    if (fsync(folder) != 0 && errno != EINVAL)
+        throw PlatformError::fromErrno("The folder could not be saved to disk", errno);
     return file.status();
 }
 

@@ -17,6 +17,7 @@ enum class IfExists { replace, fail };
 // `name` is a single path component; a link of that name is itself replaced. Returns the file's status, read from the
 // very file that was written. Throws PlatformError and leaves no temporary file when something fails; with
 // IfExists::fail also when `name` exists at the moment of the rename.
-struct stat writeFileAtomically(int folder, const std::string& name, std::string_view content, mode_t mode, IfExists ifExists);
+struct stat writeFileAtomically(int folder, const std::string& name, std::string_view content, mode_t mode,
+                                IfExists ifExists);
 
 } // namespace bridge

@@ -33,7 +33,8 @@ std::optional<std::string> decodeBase64(std::string_view text) {
         if (value == std::string_view::npos) return std::nullopt;
         bits = bits << 6 | static_cast<uint32_t>(value);
         if (index % 4 != 3) continue;
-        for (int shift = 16; shift >= 0; shift -= 8) bytes += static_cast<char>(bits >> shift & 0xff);
+        for (int shift = 16; shift >= 0; shift -= 8)
+            bytes += static_cast<char>(bits >> shift & 0xff);
         bits = 0;
     }
     // The last group's unused bits must be zero, or two texts would mean the same bytes.

@@ -83,8 +83,8 @@ std::string formatDate(Date date) {
     const auto midnight = floor<days>(moment);
     const year_month_day day(midnight);
     const hh_mm_ss time(moment - midnight);
-    return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}Z", int(day.year()), unsigned(day.month()), unsigned(day.day()),
-                       time.hours().count(), time.minutes().count(), time.seconds().count());
+    return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}Z", int(day.year()), unsigned(day.month()),
+                       unsigned(day.day()), time.hours().count(), time.minutes().count(), time.seconds().count());
 }
 
 } // namespace bridge

@@ -23,7 +23,8 @@ public:
     [[noreturn]] void fail(std::string_view problem) const;
 
 private:
-    DecodePath(const DecodePath* parent, std::string_view key, size_t index) : m_parent(parent), m_key(key), m_index(index) {}
+    DecodePath(const DecodePath* parent, std::string_view key, size_t index)
+        : m_parent(parent), m_key(key), m_index(index) {}
     void write(std::string& text) const;
 
     const DecodePath* m_parent = nullptr;

@@ -26,18 +26,21 @@ struct EventLoop::State {
             stopping = stopping || stopRequested;
             stopRequested = false;
         }
-        for (auto& action : actions) action();
+        for (auto& action : actions)
+            action();
     }
 };
 
 EventLoop::EventLoop() : m_state(std::make_unique<State>()) {
     uv_loop_init(&m_state->loop);
     m_state->wake.data = m_state.get();
-    uv_async_init(&m_state->loop, &m_state->wake, [](uv_async_t* wake) { static_cast<State*>(wake->data)->runPosted(); });
+    uv_async_init(&m_state->loop, &m_state->wake,
+                  [](uv_async_t* wake) { static_cast<State*>(wake->data)->runPosted(); });
     m_state->prepare.data = m_state.get();
     uv_prepare_init(&m_state->loop, &m_state->prepare);
     uv_prepare_start(&m_state->prepare, [](uv_prepare_t* prepare) {
-        for (auto& action : static_cast<State*>(prepare->data)->beforeWaiting) action();
+        for (auto& action : static_cast<State*>(prepare->data)->beforeWaiting)
+            action();
     });
 }
 
@@ -54,7 +57,8 @@ EventLoop::~EventLoop() {
 
 void EventLoop::run() {
     m_state->runPosted();
-    while (!m_state->stopping) uv_run(&m_state->loop, UV_RUN_ONCE);
+    while (!m_state->stopping)
+        uv_run(&m_state->loop, UV_RUN_ONCE);
     m_state->stopping = false;
 }
 

@@ -31,10 +31,10 @@ public:
     void beforeWaiting(std::function<void()> action);
 
     // Drives the loop until `task` is done. For start-up and tests, not from inside a callback.
-    template <typename T>
-    T runUntilDone(Task<T> task) {
+    template <typename T> T runUntilDone(Task<T> task) {
         task.start();
-        while (!task.done()) waitOnce();
+        while (!task.done())
+            waitOnce();
         return task.take();
     }
     // Waits for at least one event and handles what is ready.

@@ -13,8 +13,7 @@ namespace ondemand = simdjson::ondemand;
     throw JSONError(std::string("The text is not valid JSON: ") + simdjson::error_message(code));
 }
 
-template <typename T>
-T checked(simdjson::simdjson_result<T> result) {
+template <typename T> T checked(simdjson::simdjson_result<T> result) {
     T value;
     if (const auto code = std::move(result).get(value)) refuse(code);
     return value;
@@ -28,14 +27,14 @@ public:
     JSONValue read() {
         JSONValue root;
         open(m_document, root);
-        while (!m_open.empty()) step();
+        while (!m_open.empty())
+            step();
         if (m_document.current_location().error() != simdjson::OUT_OF_BOUNDS) refuse(simdjson::TRAILING_CONTENT);
         return root;
     }
 
 private:
-    template <typename Iterator>
-    struct Range {
+    template <typename Iterator> struct Range {
         simdjson::simdjson_result<Iterator> next;
         simdjson::simdjson_result<Iterator> end;
         bool started = false;
@@ -56,12 +55,17 @@ private:
     };
 
     // Reads a scalar whole; a container is only begun.
-    template <typename Source>
-    void open(Source&& source, JSONValue& into) {
+    template <typename Source> void open(Source&& source, JSONValue& into) {
         switch (checked<ondemand::json_type>(source.type())) {
-        case ondemand::json_type::string: into.value = std::string(checked<std::string_view>(source.get_string())); break;
-        case ondemand::json_type::number: into.value = checked<double>(source.get_double()); break;
-        case ondemand::json_type::boolean: into.value = checked<bool>(source.get_bool()); break;
+        case ondemand::json_type::string:
+            into.value = std::string(checked<std::string_view>(source.get_string()));
+            break;
+        case ondemand::json_type::number:
+            into.value = checked<double>(source.get_double());
+            break;
+        case ondemand::json_type::boolean:
+            into.value = checked<bool>(source.get_bool());
+            break;
         case ondemand::json_type::null:
             if (!checked<bool>(source.is_null())) refuse(simdjson::N_ATOM_ERROR);
             into.value = nullptr;
@@ -83,7 +87,8 @@ private:
 
     void push(Container container) {
         if (m_open.size() == maximumJSONDepth)
-            throw JSONError("The text nests arrays and objects more than " + std::to_string(maximumJSONDepth) + " deep.");
+            throw JSONError("The text nests arrays and objects more than " + std::to_string(maximumJSONDepth) +
+                            " deep.");
         m_open.push_back(std::move(container));
     }
 

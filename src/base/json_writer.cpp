@@ -48,13 +48,27 @@ void JSONWriter::quote(std::string_view text) {
         m_text.append(text, plain, index - plain);
         plain = index + 1;
         switch (byte) {
-        case '"': m_text += "\\\""; break;
-        case '\\': m_text += "\\\\"; break;
-        case '\b': m_text += "\\b"; break;
-        case '\f': m_text += "\\f"; break;
-        case '\n': m_text += "\\n"; break;
-        case '\r': m_text += "\\r"; break;
-        case '\t': m_text += "\\t"; break;
+        case '"':
+            m_text += "\\\"";
+            break;
+        case '\\':
+            m_text += "\\\\";
+            break;
+        case '\b':
+            m_text += "\\b";
+            break;
+        case '\f':
+            m_text += "\\f";
+            break;
+        case '\n':
+            m_text += "\\n";
+            break;
+        case '\r':
+            m_text += "\\r";
+            break;
+        case '\t':
+            m_text += "\\t";
+            break;
         default:
             m_text += "\\u00";
             m_text += byte < 0x10 ? '0' : '1';
@@ -99,7 +113,8 @@ void encode(JSONWriter& writer, const JSONValue& value) {
         void operator()(std::nullptr_t) const { writer.null(); }
         void operator()(const JSONValue::Array& array) const {
             writer.beginArray();
-            for (const auto& element : array) encode(writer, element);
+            for (const auto& element : array)
+                encode(writer, element);
             writer.endArray();
         }
         void operator()(const JSONValue::Object& object) const {

@@ -15,8 +15,7 @@ namespace detail {
 
 // Shared by the waiting task and the job, because either may be gone first. `waiter` belongs to the loop's thread;
 // `value` and `failure` to the worker until it posts home, then to the loop.
-template <typename T>
-struct OffloadState {
+template <typename T> struct OffloadState {
     std::coroutine_handle<> waiter;
     std::optional<T> value;
     std::exception_ptr failure;
@@ -27,8 +26,7 @@ struct OffloadState {
 // `const auto answer = co_await offload(loop, worker, [copy = values] { return blockingCall(copy); });`
 // Runs the job on the worker and comes home to the loop with its result or its exception. `job` owns what it uses and
 // returns a value. If the waiting task is dropped meanwhile the job still finishes, and its answer goes nowhere.
-template <typename Job>
-auto offload(EventLoop& loop, Worker& worker, Job job) {
+template <typename Job> auto offload(EventLoop& loop, Worker& worker, Job job) {
     using Result = std::invoke_result_t<Job>;
     static_assert(!std::is_void_v<Result> && !std::is_reference_v<Result>);
     using State = detail::OffloadState<Result>;

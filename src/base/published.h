@@ -12,8 +12,7 @@ using Subscription = std::shared_ptr<void>;
 
 // A value that others watch. Main thread only. Observers hear of each change once, after it, in the order in which
 // they subscribed; assigning an equal value tells nobody. An observer may subscribe, unsubscribe or set in its turn.
-template <typename T>
-class Published {
+template <typename T> class Published {
 public:
     using Observer = std::function<void(const T&)>;
 

@@ -22,7 +22,8 @@
 //         std::string rootID;
 //         std::optional<int64_t> limit;
 //         static constexpr auto fields() {
-//             return std::tuple{required("rootID", &ListFilesRequest::rootID), optional("limit", &ListFilesRequest::limit)};
+//             return std::tuple{required("rootID", &ListFilesRequest::rootID), optional("limit",
+//             &ListFilesRequest::limit)};
 //         }
 //     };
 //     static_assert(listsEveryMember<ListFilesRequest>());
@@ -32,45 +33,39 @@
 
 namespace bridge {
 
-template <typename Record, typename Member>
-struct RecordField {
+template <typename Record, typename Member> struct RecordField {
     std::string_view name;
-    Member Record::* member;
+    Member Record::*member;
     bool isRequired;
 };
 
-template <typename>
-constexpr bool isOptional = false;
-template <typename T>
-constexpr bool isOptional<std::optional<T>> = true;
+template <typename> constexpr bool isOptional = false;
+template <typename T> constexpr bool isOptional<std::optional<T>> = true;
 
-template <typename Record, typename Member>
-consteval auto required(std::string_view name, Member Record::* member) {
+template <typename Record, typename Member> consteval auto required(std::string_view name, Member Record::*member) {
     static_assert(!isOptional<Member>, "a std::optional member is optional() in the field list");
     return RecordField<Record, Member>{name, member, true};
 }
 
-template <typename Record, typename Member>
-consteval auto optional(std::string_view name, Member Record::* member) {
+template <typename Record, typename Member> consteval auto optional(std::string_view name, Member Record::*member) {
     static_assert(isOptional<Member>, "only a std::optional member can be absent");
     return RecordField<Record, Member>{name, member, false};
 }
 
 template <typename T>
-concept Record = requires { T::fields(); };
+concept Record = requires {
+    T::fields();
+};
 
-template <Record T>
-constexpr size_t fieldCount = std::tuple_size_v<decltype(T::fields())>;
+template <Record T> constexpr size_t fieldCount = std::tuple_size_v<decltype(T::fields())>;
 
 namespace detail {
 
 struct AnyMember {
-    template <typename T>
-    operator T() const;
+    template <typename T> operator T() const;
 };
 
-template <typename T, typename... Members>
-constexpr size_t memberCount() {
+template <typename T, typename... Members> constexpr size_t memberCount() {
     if constexpr (requires { T{Members{}..., AnyMember{}}; })
         return memberCount<T, Members..., AnyMember>();
     else
@@ -78,12 +73,12 @@ constexpr size_t memberCount() {
 }
 
 // The order in which a record's fields are written.
-template <Record T>
-consteval auto sortedFields() {
+template <Record T> consteval auto sortedFields() {
     std::array<std::string_view, fieldCount<T>> names =
         std::apply([](const auto&... field) { return std::array{field.name...}; }, T::fields());
     std::array<size_t, fieldCount<T>> order{};
-    for (size_t index = 0; index < order.size(); ++index) order[index] = index;
+    for (size_t index = 0; index < order.size(); ++index)
+        order[index] = index;
     for (size_t end = order.size(); end > 1; --end)
         for (size_t index = 1; index < end; ++index)
             if (names[order[index]] < names[order[index - 1]]) std::swap(order[index], order[index - 1]);
@@ -93,33 +88,27 @@ consteval auto sortedFields() {
 } // namespace detail
 
 // For a static_assert beside each record: a member that the field list forgets does not build.
-template <Record T>
-consteval bool listsEveryMember() {
+template <Record T> consteval bool listsEveryMember() {
     return detail::memberCount<T>() == fieldCount<T>;
 }
 
-template <typename T>
-struct Codec;
+template <typename T> struct Codec;
 
-template <typename T>
-void encode(JSONWriter& writer, const T& value) {
+template <typename T> void encode(JSONWriter& writer, const T& value) {
     Codec<T>::encode(writer, value);
 }
 
-template <typename T>
-T decode(const JSONValue& value, const DecodePath& path = {}) {
+template <typename T> T decode(const JSONValue& value, const DecodePath& path = {}) {
     return Codec<T>::decode(value, path);
 }
 
-template <typename T>
-std::string encodeJSON(const T& value) {
+template <typename T> std::string encodeJSON(const T& value) {
     JSONWriter writer;
     encode(writer, value);
     return writer.take();
 }
 
-template <>
-struct Codec<std::string> {
+template <> struct Codec<std::string> {
     static void encode(JSONWriter& writer, const std::string& value) { writer.string(value); }
     static std::string decode(const JSONValue& value, const DecodePath& path) {
         if (const auto* text = value.string()) return *text;
@@ -127,8 +116,7 @@ struct Codec<std::string> {
     }
 };
 
-template <>
-struct Codec<bool> {
+template <> struct Codec<bool> {
     static void encode(JSONWriter& writer, bool value) { writer.boolean(value); }
     static bool decode(const JSONValue& value, const DecodePath& path) {
         if (const auto* flag = value.boolean()) return *flag;
@@ -136,8 +124,7 @@ struct Codec<bool> {
     }
 };
 
-template <>
-struct Codec<double> {
+template <> struct Codec<double> {
     static void encode(JSONWriter& writer, double value) { writer.number(value); }
     static double decode(const JSONValue& value, const DecodePath& path) {
         if (const auto* number = value.number()) return *number;
@@ -145,8 +132,7 @@ struct Codec<double> {
     }
 };
 
-template <>
-struct Codec<int64_t> {
+template <> struct Codec<int64_t> {
     static void encode(JSONWriter& writer, int64_t value) { writer.integer(value); }
     static int64_t decode(const JSONValue& value, const DecodePath& path) {
         const auto* number = value.number();
@@ -158,8 +144,7 @@ struct Codec<int64_t> {
     }
 };
 
-template <>
-struct Codec<Date> {
+template <> struct Codec<Date> {
     static void encode(JSONWriter& writer, Date value) { writer.string(formatDate(value)); }
     static Date decode(const JSONValue& value, const DecodePath& path) {
         if (const auto* text = value.string())
@@ -174,8 +159,7 @@ struct Bytes {
     bool operator==(const Bytes&) const = default;
 };
 
-template <>
-struct Codec<Bytes> {
+template <> struct Codec<Bytes> {
     static void encode(JSONWriter& writer, const Bytes& bytes) { writer.string(encodeBase64(bytes.value)); }
     static Bytes decode(const JSONValue& value, const DecodePath& path) {
         if (const auto* text = value.string())
@@ -184,17 +168,16 @@ struct Codec<Bytes> {
     }
 };
 
-template <>
-struct Codec<JSONValue> {
+template <> struct Codec<JSONValue> {
     static void encode(JSONWriter& writer, const JSONValue& value) { bridge::encode(writer, value); }
     static JSONValue decode(const JSONValue& value, const DecodePath&) { return value; }
 };
 
-template <typename T>
-struct Codec<std::vector<T>> {
+template <typename T> struct Codec<std::vector<T>> {
     static void encode(JSONWriter& writer, const std::vector<T>& values) {
         writer.beginArray();
-        for (const auto& value : values) bridge::encode(writer, value);
+        for (const auto& value : values)
+            bridge::encode(writer, value);
         writer.endArray();
     }
     static std::vector<T> decode(const JSONValue& value, const DecodePath& path) {
@@ -208,8 +191,7 @@ struct Codec<std::vector<T>> {
     }
 };
 
-template <typename T>
-struct Codec<std::map<std::string, T>> {
+template <typename T> struct Codec<std::map<std::string, T>> {
     static void encode(JSONWriter& writer, const std::map<std::string, T>& values) {
         writer.beginObject();
         for (const auto& [name, value] : values) {
@@ -222,7 +204,8 @@ struct Codec<std::map<std::string, T>> {
         const auto* object = value.object();
         if (!object) path.fail("expected an object");
         std::map<std::string, T> values;
-        for (const auto& [name, member] : *object) values.emplace(name, bridge::decode<T>(member, path.key(name)));
+        for (const auto& [name, member] : *object)
+            values.emplace(name, bridge::decode<T>(member, path.key(name)));
         return values;
     }
 };
@@ -230,7 +213,7 @@ struct Codec<std::map<std::string, T>> {
 // An enumeration whose cases are strings on the wire: give it `std::string_view wireName(E)` and
 // `std::optional<E> fromWireName(std::string_view, std::type_identity<E>)` beside its declaration.
 template <typename E>
-    requires std::is_enum_v<E>
+requires std::is_enum_v<E>
 struct Codec<E> {
     static void encode(JSONWriter& writer, E value) { writer.string(wireName(value)); }
     static E decode(const JSONValue& value, const DecodePath& path) {
@@ -240,14 +223,14 @@ struct Codec<E> {
     }
 };
 
-template <Record T>
-struct Codec<T> {
+template <Record T> struct Codec<T> {
     static void encode(JSONWriter& writer, const T& record) {
         constexpr auto order = detail::sortedFields<T>();
         writer.beginObject();
         [&]<size_t... I>(std::index_sequence<I...>) {
             (encodeField(writer, record, std::get<order[I]>(T::fields())), ...);
-        }(std::make_index_sequence<order.size()>());
+        }
+        (std::make_index_sequence<order.size()>());
         writer.endObject();
     }
 
@@ -279,7 +262,8 @@ private:
         const auto found = object.find(field.name);
         const bool absent = found == object.end() || found->second.isNull();
         if constexpr (isOptional<Member>) {
-            if (!absent) record.*field.member = bridge::decode<typename Member::value_type>(found->second, path.key(field.name));
+            if (!absent)
+                record.*field.member = bridge::decode<typename Member::value_type>(found->second, path.key(field.name));
         } else {
             if (absent) path.key(field.name).fail("required, but missing");
             record.*field.member = bridge::decode<Member>(found->second, path.key(field.name));

@@ -7,8 +7,7 @@
 
 namespace bridge {
 
-template <typename T>
-class Task;
+template <typename T> class Task;
 
 namespace detail {
 
@@ -16,8 +15,7 @@ namespace detail {
 // afterwards.
 struct FinalAwaiter {
     bool await_ready() const noexcept { return false; }
-    template <typename Promise>
-    void await_suspend(std::coroutine_handle<Promise> finished) const noexcept {
+    template <typename Promise> void await_suspend(std::coroutine_handle<Promise> finished) const noexcept {
         if (auto waiter = std::exchange(finished.promise().waiter, {})) waiter.resume();
     }
     void await_resume() const noexcept {}
@@ -32,8 +30,7 @@ struct TaskPromiseBase {
     void unhandled_exception() noexcept { failure = std::current_exception(); }
 };
 
-template <typename T>
-struct TaskPromise : TaskPromiseBase {
+template <typename T> struct TaskPromise : TaskPromiseBase {
     std::optional<T> value;
 
     Task<T> get_return_object();
@@ -44,8 +41,7 @@ struct TaskPromise : TaskPromiseBase {
     }
 };
 
-template <>
-struct TaskPromise<void> : TaskPromiseBase {
+template <> struct TaskPromise<void> : TaskPromiseBase {
     Task<void> get_return_object();
     void return_void() const noexcept {}
     void take() {
@@ -58,8 +54,7 @@ struct TaskPromise<void> : TaskPromiseBase {
 // A piece of work that may wait. Lazy: it begins when it is awaited, or when a root starts it. Whoever holds the Task
 // owns the work; destroying it drops the whole chain below, and each awaiter withdraws whatever it had registered.
 // All of it runs on the loop's thread.
-template <typename T = void>
-class [[nodiscard]] Task {
+template <typename T = void> class [[nodiscard]] Task {
 public:
     using promise_type = detail::TaskPromise<T>;
     using Handle = std::coroutine_handle<promise_type>;
@@ -107,8 +102,7 @@ private:
     Handle m_handle;
 };
 
-template <typename T>
-Task<T> detail::TaskPromise<T>::get_return_object() {
+template <typename T> Task<T> detail::TaskPromise<T>::get_return_object() {
     return Task<T>(std::coroutine_handle<TaskPromise<T>>::from_promise(*this));
 }
 

@@ -101,12 +101,14 @@ size_t graphemeCount(std::string_view text) {
     // A carriage return with its line feed is one character, so only ASCII without one counts by bytes.
     if (isASCII(text) && text.find('\r') == std::string_view::npos) return text.size();
     UErrorCode code = U_ZERO_ERROR;
-    const std::unique_ptr<icu::BreakIterator> iterator(icu::BreakIterator::createCharacterInstance(icu::Locale::getDefault(), code));
+    const std::unique_ptr<icu::BreakIterator> iterator(
+        icu::BreakIterator::createCharacterInstance(icu::Locale::getDefault(), code));
     require(code, "Unicode text segmentation");
     const auto characters = toICU(text);
     iterator->setText(characters);
     size_t count = 0;
-    while (iterator->next() != icu::BreakIterator::DONE) ++count;
+    while (iterator->next() != icu::BreakIterator::DONE)
+        ++count;
     return count;
 }
 

@@ -10,9 +10,8 @@ Timer::Timer(EventLoop& loop) : m_handle(new uv_timer_t) {
 }
 
 Timer::~Timer() {
-    uv_close(reinterpret_cast<uv_handle_t*>(m_handle), [](uv_handle_t* handle) {
-        delete reinterpret_cast<uv_timer_t*>(handle);
-    });
+    uv_close(reinterpret_cast<uv_handle_t*>(m_handle),
+             [](uv_handle_t* handle) { delete reinterpret_cast<uv_timer_t*>(handle); });
 }
 
 void Timer::start(std::chrono::milliseconds delay, std::function<void()> action) {

@@ -22,9 +22,9 @@ struct HTTPResponse {
 };
 
 // Sends one request and brings the whole answer, whatever its status. It never follows a redirect (the redirect is the
-// answer), uses no proxy, keeps no cookies and gives no credentials of its own. An answer of more than 1 MiB is an error.
-// Throws PlatformError with the client library's description when there is no answer: refused, timed out, not HTTP.
-// Called on the main thread; a dropped task abandons the exchange.
+// answer), uses no proxy, keeps no cookies and gives no credentials of its own. An answer of more than 1 MiB is an
+// error. Throws PlatformError with the client library's description when there is no answer: refused, timed out, not
+// HTTP. Called on the main thread; a dropped task abandons the exchange.
 class HTTPClient {
 public:
     virtual ~HTTPClient() = default;

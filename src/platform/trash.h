@@ -17,9 +17,9 @@ class Trash {
 public:
     virtual ~Trash() = default;
 
-    // Moves the item out of its folder into the Trash under a free name, and records where it came from. A link is moved
-    // itself, not what it points to. Throws PlatformError, and leaves the item where it was, when it can't be trashed
-    // (also when the entry is gone).
+    // Moves the item out of its folder into the Trash under a free name, and records where it came from. A link is
+    // moved itself, not what it points to. Throws PlatformError, and leaves the item where it was, when it can't be
+    // trashed (also when the entry is gone).
     virtual void moveToTrash(const TrashItem& item) = 0;
 };
 

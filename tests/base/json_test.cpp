@@ -34,9 +34,15 @@ TEST(JSONReading, TakesScalarsAtTheTop) {
 }
 
 TEST(JSONReading, RefusesWhatIsNotOneWholeValue) {
-    for (const char* bad : {"", " ", "{", "[1,", "[1,]", "{\"a\":1,}", "{\"a\" 1}", "{a:1}", "[1 2]", "1 2", "[] []", "{} x", "tru",
-                            "truee", "nul", "nulll", "01", "1.", ".5", "+1", "-", "1e", "NaN", "Infinity", "'a'", "\"a", "\"\x01\"",
-                            "\"\\x\"", "\"\\u12\"", "[\"a\"", "\"a\" \"b\"", "{\"a\":1}}", "[1]]", "/*c*/1", "\"a\\\"", "\xEF\xBB\xBF{}"})
+    for (const char* bad : {"",          " ",          "{",           "[1,",
+                            "[1,]",      "{\"a\":1,}", "{\"a\" 1}",   "{a:1}",
+                            "[1 2]",     "1 2",        "[] []",       "{} x",
+                            "tru",       "truee",      "nul",         "nulll",
+                            "01",        "1.",         ".5",          "+1",
+                            "-",         "1e",         "NaN",         "Infinity",
+                            "'a'",       "\"a",        "\"\x01\"",    "\"\\x\"",
+                            "\"\\u12\"", "[\"a\"",     "\"a\" \"b\"", "{\"a\":1}}",
+                            "[1]]",      "/*c*/1",     "\"a\\\"",     "\xEF\xBB\xBF{}"})
         EXPECT_THROW(parseJSON(bad), JSONError) << bad;
 }
 
@@ -67,7 +73,8 @@ TEST(JSONReading, DepthIsBoundedWithoutRecursion) {
     EXPECT_THROW(parseJSON(nested(100'000)), JSONError);
     EXPECT_THROW(parseJSON(std::string(100'000, '[')), JSONError);
     std::string objects;
-    for (int depth = 0; depth < 100'000; ++depth) objects += "{\"a\":";
+    for (int depth = 0; depth < 100'000; ++depth)
+        objects += "{\"a\":";
     EXPECT_THROW(parseJSON(objects), JSONError);
 }
 
@@ -77,7 +84,8 @@ TEST(JSONWriting, IsCompactSortedAndShort) {
 }
 
 TEST(JSONWriting, EscapesOnlyWhatMustBe) {
-    EXPECT_EQ(writeJSON({std::string("\"\\/\b\f\n\r\t\x01\x1f\x7f é", 14)}), "\"\\\"\\\\/\\b\\f\\n\\r\\t\\u0001\\u001f\x7f é\"");
+    EXPECT_EQ(writeJSON({std::string("\"\\/\b\f\n\r\t\x01\x1f\x7f é", 14)}),
+              "\"\\\"\\\\/\\b\\f\\n\\r\\t\\u0001\\u001f\x7f é\"");
     EXPECT_EQ(writeJSON({std::string("a\0b", 3)}), "\"a\\u0000b\"");
 }
 

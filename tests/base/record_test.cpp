@@ -26,10 +26,10 @@ struct Everything {
     std::map<std::string, bool> switches;
     JSONValue anything;
     static constexpr auto fields() {
-        return std::tuple{required("text", &Everything::text),     optional("limit", &Everything::limit),
-                          required("ratio", &Everything::ratio),   required("flag", &Everything::flag),
-                          required("when", &Everything::when),     required("blob", &Everything::blob),
-                          required("slides", &Everything::slides), optional("cover", &Everything::cover),
+        return std::tuple{required("text", &Everything::text),         optional("limit", &Everything::limit),
+                          required("ratio", &Everything::ratio),       required("flag", &Everything::flag),
+                          required("when", &Everything::when),         required("blob", &Everything::blob),
+                          required("slides", &Everything::slides),     optional("cover", &Everything::cover),
                           required("switches", &Everything::switches), required("anything", &Everything::anything)};
     }
 };
@@ -42,8 +42,7 @@ struct Forgetful {
 };
 static_assert(!listsEveryMember<Forgetful>());
 
-template <typename T>
-std::string failure(const char* json) {
+template <typename T> std::string failure(const char* json) {
     try {
         decode<T>(parseJSON(json));
     } catch (const DecodingError& error) {
@@ -52,8 +51,9 @@ std::string failure(const char* json) {
     return "decoded";
 }
 
-constexpr auto whole = R"({"anything":[1,null],"blob":"aGk=","cover":{"body":"b","title":"c"},"flag":true,"limit":5,"ratio":0.5,)"
-                       R"("slides":[{"title":"one"}],"switches":{"a":true,"b":false},"text":"t","when":"2026-08-14T11:28:41Z"})";
+constexpr auto whole =
+    R"({"anything":[1,null],"blob":"aGk=","cover":{"body":"b","title":"c"},"flag":true,"limit":5,"ratio":0.5,)"
+    R"("slides":[{"title":"one"}],"switches":{"a":true,"b":false},"text":"t","when":"2026-08-14T11:28:41Z"})";
 
 TEST(Record, IsWrittenSortedAndReadBack) {
     EXPECT_EQ(encodeJSON(decode<Everything>(parseJSON(whole))), whole);
