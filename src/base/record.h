@@ -14,6 +14,8 @@
 #include <optional>
 #include <string>
 #include <tuple>
+#include <type_traits>
+#include <variant>
 #include <vector>
 
 // Records and JSON. A record lists its fields once; encoding, decoding and the published schema walk that list:

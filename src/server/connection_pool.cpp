@@ -1,0 +1,59 @@
+#include "server/connection.h"
+
+#include <algorithm>
+#include <sys/resource.h>
+
+namespace bridge {
+
+namespace {
+
+// Descriptors that stay for everything but connections: files, stores, the loop's own.
+constexpr rlim_t reservedDescriptors = 64;
+constexpr rlim_t mostConnections = 4096;
+
+size_t connectionLimit() {
+    rlimit descriptors{};
+    if (getrlimit(RLIMIT_NOFILE, &descriptors) != 0) return 256;
+    const rlim_t available = descriptors.rlim_cur > 2 * reservedDescriptors ? descriptors.rlim_cur - reservedDescriptors
+                                                                            : descriptors.rlim_cur / 2;
+    return static_cast<size_t>(std::clamp<rlim_t>(available, 1, mostConnections));
+}
+
+} // namespace
+
+ConnectionPool::ConnectionPool(EventLoop& loop, BridgeRouter& router, const Clock& clock)
+    : m_loop(loop), m_router(router), m_clock(clock), m_maximumConnections(connectionLimit()), m_readBuffer(readSize) {}
+
+ConnectionPool::~ConnectionPool() {
+    while (!m_connections.empty())
+        m_connections.front()->abandon();
+}
+
+bool ConnectionPool::giveUpOldest() {
+    const auto oldest =
+        std::find_if(m_connections.begin(), m_connections.end(), [](const auto* each) { return each->isIdle(); });
+    if (oldest == m_connections.end()) return false;
+    (*oldest)->giveUp();
+    return true;
+}
+
+std::list<Connection*>::iterator ConnectionPool::enter(Connection* connection) {
+    if (m_connections.size() >= m_maximumConnections) giveUpOldest();
+    return m_connections.insert(m_connections.end(), connection);
+}
+
+void ConnectionPool::leave(std::list<Connection*>::iterator place) {
+    m_connections.erase(place);
+}
+
+void ConnectionPool::countBuffered(ptrdiff_t change) {
+    m_buffered += static_cast<size_t>(change);
+    while (m_buffered > maximumBuffered) {
+        const auto oldest = std::find_if(m_connections.begin(), m_connections.end(),
+                                         [](const auto* each) { return each->buffered() > 0; });
+        if (oldest == m_connections.end()) return;
+        (*oldest)->giveUp();
+    }
+}
+
+} // namespace bridge

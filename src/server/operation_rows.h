@@ -1,0 +1,202 @@
+#pragma once
+
+#include "bridges/common/results.h"
+#include "server/operation.h"
+
+#include <concepts>
+
+// How rows are written. Request and result come from the call's own signature:
+//
+//     operation<&FileDataBridge::listFiles>("files.list", BridgeCapability::filesList)
+//
+// A call is a member function of a bridge that takes its request record or nothing, and answers with a record, a Task
+// of one, or nothing (deletions and acts without a result have builders of their own below).
+
+namespace bridge {
+
+namespace detail {
+
+struct NoRequest {};
+
+template <typename T> struct ResultOf {
+    using Type = T;
+    static constexpr bool waits = false;
+};
+template <typename T> struct ResultOf<Task<T>> {
+    using Type = T;
+    static constexpr bool waits = true;
+};
+
+template <typename Signature> struct CallShape;
+template <typename B, typename R, typename Q> struct CallShape<R (B::*)(Q)> {
+    using Bridge = B&;
+    using Request = std::remove_cvref_t<Q>;
+    using Result = ResultOf<R>;
+};
+template <typename B, typename R, typename Q> struct CallShape<R (B::*)(Q) const> {
+    using Bridge = const B&;
+    using Request = std::remove_cvref_t<Q>;
+    using Result = ResultOf<R>;
+};
+template <typename B, typename R> struct CallShape<R (B::*)()> {
+    using Bridge = B&;
+    using Request = NoRequest;
+    using Result = ResultOf<R>;
+};
+template <typename B, typename R> struct CallShape<R (B::*)() const> {
+    using Bridge = const B&;
+    using Request = NoRequest;
+    using Result = ResultOf<R>;
+};
+
+template <typename Bridge> Bridge bridgeOf(const BridgeSet& bridges) {
+    if constexpr (requires { std::get<Bridge>(bridges); })
+        return std::get<Bridge>(bridges);
+    else
+        return std::get<std::remove_const_t<std::remove_reference_t<Bridge>>&>(bridges);
+}
+
+// Stands for "the row's fixed capability is all".
+struct FixedCapability {};
+
+// What every prepared operation shares: the decoded request and the questions about it.
+template <typename Request, auto capabilityOf> class Prepared : public PreparedOperation {
+public:
+    explicit Prepared(Request request) : m_request(std::move(request)) {}
+
+    std::optional<BridgeCapability> dependentCapability(const BridgeSet& bridges) const override {
+        using Rule = decltype(capabilityOf);
+        if constexpr (std::same_as<Rule, FixedCapability>)
+            return std::nullopt;
+        else if constexpr (std::invocable<Rule, const Request&>)
+            return capabilityOf(m_request);
+        else
+            return capabilityOf(bridges, m_request);
+    }
+    bool overwrites() const override {
+        if constexpr (requires { m_request.overwrite; })
+            return m_request.overwrite;
+        else
+            return false;
+    }
+
+protected:
+    Request m_request;
+};
+
+template <auto call> auto invoke(const BridgeSet& bridges, auto request) {
+    using Shape = CallShape<decltype(call)>;
+    auto&& bridge = bridgeOf<typename Shape::Bridge>(bridges);
+    if constexpr (std::same_as<typename Shape::Request, NoRequest>)
+        return (bridge.*call)();
+    else
+        return (bridge.*call)(std::move(request));
+}
+
+// `Wrap` makes the result record; it sees the request where the call itself answers nothing.
+template <auto call, auto capabilityOf, typename Wrap>
+class PreparedCall : public Prepared<typename CallShape<decltype(call)>::Request, capabilityOf> {
+    using Shape = CallShape<decltype(call)>;
+
+public:
+    using Prepared<typename Shape::Request, capabilityOf>::Prepared;
+
+    Task<BridgeResponse> run(const BridgeSet& bridges, Responder responder) override {
+        if constexpr (std::is_void_v<typename Shape::Result::Type>) {
+            if constexpr (Shape::Result::waits) {
+                auto pending = invoke<call>(bridges, this->m_request);
+                co_await std::move(pending);
+            } else {
+                invoke<call>(bridges, this->m_request);
+            }
+            co_return responder.success(Wrap::result(this->m_request));
+        } else if constexpr (Shape::Result::waits) {
+            auto pending = invoke<call>(bridges, std::move(this->m_request));
+            auto result = co_await std::move(pending);
+            co_return responder.success(std::move(result));
+        } else {
+            co_return responder.success(invoke<call>(bridges, std::move(this->m_request)));
+        }
+    }
+};
+
+// The bridge behind this operation does not exist yet: everything up to running it answers as it will.
+template <typename Request, auto capabilityOf> class PreparedForLater : public Prepared<Request, capabilityOf> {
+public:
+    PreparedForLater(std::string_view name, Request request)
+        : Prepared<Request, capabilityOf>(std::move(request)), m_name(name) {}
+
+    Task<BridgeResponse> run(const BridgeSet&, Responder) override {
+        throw AppleBridgeError::operationNotSupported(m_name);
+        co_return {};
+    }
+
+private:
+    std::string_view m_name;
+};
+
+template <typename Request> Request readRequest(const std::optional<JSONValue>& payload) {
+    if constexpr (std::same_as<Request, NoRequest>)
+        return {};
+    else
+        return decodePayload<Request>(payload);
+}
+
+template <typename Call, typename Request>
+std::unique_ptr<PreparedOperation> prepare(const Operation&, const std::optional<JSONValue>& payload) {
+    return std::make_unique<Call>(readRequest<Request>(payload));
+}
+
+template <typename Request, auto capabilityOf>
+std::unique_ptr<PreparedOperation> prepareForLater(const Operation& row, const std::optional<JSONValue>& payload) {
+    return std::make_unique<PreparedForLater<Request, capabilityOf>>(row.name, readRequest<Request>(payload));
+}
+
+struct NoWrap {};
+
+template <auto member> struct DeletionResult {
+    static BridgeDeleteResult result(const auto& request) { return {true, request.*member}; }
+};
+
+template <auto call, auto capabilityOf, typename Wrap>
+constexpr auto preparing =
+    &prepare<PreparedCall<call, capabilityOf, Wrap>, typename CallShape<decltype(call)>::Request>;
+
+} // namespace detail
+
+template <auto call>
+consteval Operation operation(std::string_view name, std::optional<BridgeCapability> capability,
+                              Confirm confirm = Confirm::never) {
+    return {name, capability, confirm, detail::preparing<call, detail::FixedCapability{}, detail::NoWrap>};
+}
+
+// For an operation whose switch depends on the request: capabilityOf(request) or capabilityOf(bridges, request).
+template <auto call, auto capabilityOf>
+consteval Operation operation(std::string_view name, Confirm confirm = Confirm::never) {
+    return {name, std::nullopt, confirm, detail::preparing<call, capabilityOf, detail::NoWrap>};
+}
+
+// Always confirmed; answers with the identifier that `member` of the request holds.
+template <auto call, auto member> consteval Operation deletion(std::string_view name, BridgeCapability capability) {
+    return {name, capability, Confirm::always,
+            detail::preparing<call, detail::FixedCapability{}, detail::DeletionResult<member>>};
+}
+
+// A row whose bridge is still to come.
+template <typename Request = detail::NoRequest>
+consteval Operation later(std::string_view name, BridgeCapability capability, Confirm confirm = Confirm::never) {
+    return {name, capability, confirm, &detail::prepareForLater<Request, detail::FixedCapability{}>};
+}
+template <typename Request, auto capabilityOf> consteval Operation laterBy(std::string_view name) {
+    return {name, std::nullopt, Confirm::never, &detail::prepareForLater<Request, capabilityOf>};
+}
+
+// For the static_assert below each table.
+template <size_t count> consteval bool wellFormed(const std::array<Operation, count>& rows) {
+    for (size_t index = 0; index < count; ++index)
+        for (size_t other = index + 1; other < count; ++other)
+            if (rows[index].name == rows[other].name) return false;
+    return true;
+}
+
+} // namespace bridge
