@@ -65,7 +65,7 @@ public:
     explicit Prepared(Request request) : m_request(std::move(request)) {}
 
     std::optional<BridgeCapability> dependentCapability(const BridgeSet& bridges) const override {
-        using Rule = decltype(capabilityOf);
+        using Rule = std::remove_cv_t<decltype(capabilityOf)>;
         if constexpr (std::same_as<Rule, FixedCapability>)
             return std::nullopt;
         else if constexpr (std::invocable<Rule, const Request&>)
