@@ -45,21 +45,24 @@ State mapLocationStatus(int status) {
     return lookUp({State::notDetermined, State::restricted, State::denied, State::fullAccess}, status);
 }
 
-State permissionState(const Authorization& authorization, PrivacyService service) {
-    const auto status = authorization.status(service);
-    if (!status) return State::unavailable;
+State mapStatus(PrivacyService service, int status) {
     switch (service) {
     case PrivacyService::calendar:
     case PrivacyService::reminders:
-        return mapEventStatus(*status);
+        return mapEventStatus(status);
     case PrivacyService::contacts:
-        return mapContactStatus(*status);
+        return mapContactStatus(status);
     case PrivacyService::music:
-        return mapMusicStatus(*status);
+        return mapMusicStatus(status);
     case PrivacyService::location:
-        return mapLocationStatus(*status);
+        return mapLocationStatus(status);
     }
     return State::unknown;
+}
+
+State permissionState(const Authorization& authorization, PrivacyService service) {
+    const auto status = authorization.status(service);
+    return status ? mapStatus(service, *status) : State::unavailable;
 }
 
 } // namespace bridge

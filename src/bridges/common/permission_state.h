@@ -30,6 +30,8 @@ BridgePermissionState mapMusicStatus(int status);
 // Authorized only while in use is `unknown` too: the bridge works in the background.
 BridgePermissionState mapLocationStatus(int status);
 
+BridgePermissionState mapStatus(PrivacyService service, int status);
+
 // The state of one service now; `unavailable` where the service does not exist.
 BridgePermissionState permissionState(const Authorization& authorization, PrivacyService service);
 

@@ -1,0 +1,59 @@
+#include "adapters/jsonfile/consent_file.h"
+
+#include "adapters/jsonfile/private_file.h"
+#include "base/log.h"
+#include "base/record.h"
+
+#include <array>
+
+namespace bridge {
+
+namespace {
+
+constexpr std::array<std::string_view, 5> names{"calendar", "reminders", "contacts", "music", "location"};
+
+std::string_view nameOf(PrivacyService service) {
+    return names[static_cast<size_t>(service)];
+}
+
+std::map<PrivacyService, std::optional<int>> readAnswers(const std::string& text) {
+    std::map<PrivacyService, std::optional<int>> answers;
+    const auto stored = decode<std::map<std::string, JSONValue>>(parseJSON(text));
+    for (size_t index = 0; index < names.size(); ++index) {
+        const auto found = stored.find(std::string(names[index]));
+        if (found == stored.end()) continue;
+        std::optional<int> status;
+        if (!found->second.isNull()) status = static_cast<int>(decode<int64_t>(found->second));
+        answers.emplace(static_cast<PrivacyService>(index), status);
+    }
+    return answers;
+}
+
+} // namespace
+
+ConsentFile::ConsentFile(std::string path) : m_path(std::move(path)) {
+    const auto text = readPrivateFile(m_path);
+    if (!text) return;
+    try {
+        m_answers = readAnswers(*text);
+    } catch (const std::runtime_error& fault) {
+        log::note(std::string("The file of the user's consent is damaged and grants nothing: ") + fault.what());
+    }
+}
+
+std::optional<int> ConsentFile::status(PrivacyService service) const {
+    const auto found = m_answers.find(service);
+    return found == m_answers.end() ? std::optional(0) : found->second;
+}
+
+void ConsentFile::setStatus(PrivacyService service, std::optional<int> status) {
+    auto answers = m_answers;
+    answers[service] = status;
+    JSONValue::Object stored;
+    for (const auto& [each, answer] : answers)
+        stored.emplace(nameOf(each), answer ? JSONValue{static_cast<double>(*answer)} : JSONValue{nullptr});
+    writePrivateFile(m_path, writeJSON({std::move(stored)}));
+    m_answers = std::move(answers);
+}
+
+} // namespace bridge

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/authorization.h"
+
+#include <map>
+#include <string>
+
+namespace bridge {
+
+// What the user answered for each service, on a desktop whose platform has no privacy settings of its own to ask:
+//
+//     {"calendar":3,"location":0,"music":null}
+//
+// A number is the status as the port counts it, null says that the service does not exist here, a service without an
+// entry was never asked about. A damaged file grants nothing.
+class ConsentFile : public Authorization {
+public:
+    explicit ConsentFile(std::string path);
+
+    std::optional<int> status(PrivacyService service) const override;
+    // Kept for the next start. Throws PlatformError when it can't be saved; then nothing changed.
+    void setStatus(PrivacyService service, std::optional<int> status);
+
+private:
+    std::string m_path;
+    std::map<PrivacyService, std::optional<int>> m_answers;
+};
+
+} // namespace bridge

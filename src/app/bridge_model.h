@@ -1,0 +1,63 @@
+#pragma once
+
+#include "app/platform.h"
+#include "base/published.h"
+#include "bridges/common/permission_state.h"
+#include "bridges/files/file_data_bridge.h"
+#include "policy/bridge_capability_policy.h"
+#include "policy/bridge_pairing_store.h"
+#include "server/bridge_http_server.h"
+#include "server/permission_snapshot.h"
+
+#include <set>
+
+namespace bridge {
+
+// Owns everything and lives as long as the process; publishes what the user sees and carries out what the user does.
+// Main thread only. No display is needed. `loop`, `platform` and `policy` outlive it.
+class BridgeModel {
+public:
+    // The policy is loaded by the caller first: whether this is a fresh installation shows only before anything else
+    // has stored a setting.
+    BridgeModel(EventLoop& loop, Platform& platform, BridgeCapabilityPolicy& policy);
+
+    // The rest of start-up: the stored credential, the first refresh, the server. Nothing in it is fatal; what goes
+    // wrong is in `lastError` or in the server's state.
+    Task<> start();
+
+    // Reads every permission and the enabled capabilities anew.
+    void refresh();
+
+    // With the one-time code that the user typed, at `agentServerURL`. Its outcome is in `pairingStatusMessage`.
+    Task<> pair(std::string code);
+    Task<> unpair();
+
+    Published<BridgePermissionState> calendarPermission{BridgePermissionState::unknown};
+    Published<BridgePermissionState> remindersPermission{BridgePermissionState::unknown};
+    Published<BridgePermissionState> contactsPermission{BridgePermissionState::unknown};
+    Published<BridgePermissionState> musicPermission{BridgePermissionState::unknown};
+    Published<BridgePermissionState> locationPermission{BridgePermissionState::unknown};
+    Published<std::set<BridgeCapability>> enabledCapabilities;
+    Published<std::string> agentServerURL;
+    Published<bool> isPaired{false};
+    Published<bool> pairingInProgress{false};
+    Published<std::optional<std::string>> pairingStatusMessage;
+    Published<std::optional<std::string>> lastError;
+
+private:
+    Platform& m_platform;
+
+public:
+    FileDataBridge files;
+    BridgeCapabilityPolicy& capabilityPolicy;
+    BridgePairingStore pairingStore;
+
+private:
+    BridgeStatus m_status;
+    BridgeRouter m_router;
+
+public:
+    BridgeHTTPServer httpServer;
+};
+
+} // namespace bridge

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "base/event_loop.h"
+#include "platform/application_info.h"
+#include "platform/authorization.h"
+#include "platform/bookmarks.h"
+#include "platform/clock.h"
+#include "platform/folder_chooser.h"
+#include "platform/http_client.h"
+#include "platform/secure_store.h"
+#include "platform/trash.h"
+#include "platform/user_defaults.h"
+
+#include <memory>
+#include <string>
+
+namespace bridge {
+
+// Every port of this process with the adapter that stands behind it.
+struct Platform {
+    std::unique_ptr<UserDefaults> defaults;
+    std::unique_ptr<SecureStore> secureStore;
+    std::unique_ptr<HTTPClient> httpClient;
+    std::unique_ptr<FolderChooser> folderChooser;
+    std::unique_ptr<Bookmarks> bookmarks;
+    std::unique_ptr<Trash> trash;
+    std::unique_ptr<Authorization> authorization;
+    std::unique_ptr<ApplicationInfo> application;
+    std::unique_ptr<Clock> clock;
+};
+
+// What the embedded adapters call their files.
+namespace profile {
+constexpr const char* defaults = "defaults.json";
+constexpr const char* credential = "credential.json";
+constexpr const char* consent = "consent.json";
+constexpr const char* trash = "Trash";
+} // namespace profile
+
+// The adapters that need no service of the desktop, with every file below `folder`.
+Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder);
+
+// For the logged-in user: desktop adapters where their service is there, embedded ones otherwise; the log says which.
+Platform openDesktopPlatform(EventLoop& loop);
+
+} // namespace bridge

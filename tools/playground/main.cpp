@@ -1,0 +1,95 @@
+#include "adapters/curl/curl_http_client.h"
+#include "app/process.h"
+#include "base/log.h"
+#include "base/termination_signals.h"
+#include "options.h"
+#include "profile.h"
+#include "tour.h"
+
+#include <cstdio>
+#include <fmt/format.h>
+#include <unistd.h>
+
+namespace bridge::playground {
+
+namespace {
+
+std::string readyLine(const std::string& credential, const std::filesystem::path& folder, const BridgeModel& model) {
+    JSONWriter line;
+    line.beginObject();
+    line.name("address");
+    line.string(fmt::format("{}:{}", BridgeHTTPServer::address, BridgeHTTPServer::port));
+    line.name("credential");
+    line.string(credential);
+    line.name("profile");
+    line.string(folder.string());
+    line.name("roots");
+    encode(line, model.files.roots.get());
+    line.endObject();
+    return line.take();
+}
+
+std::string curlLine(const std::string& credential, const std::string& rootID) {
+    return fmt::format(R"(curl -s -H 'Authorization: Bearer {}' http://{}:{}/v1/execute -d )"
+                       R"('{{"operation":"files.list","payload":{{"rootID":"{}","path":""}}}}')",
+                       credential, BridgeHTTPServer::address, BridgeHTTPServer::port, rootID);
+}
+
+int serve(EventLoop& loop, const std::string& line) {
+    fmt::print("{}\n", line);
+    std::fflush(stdout);
+    loop.run();
+    return 0;
+}
+
+int showAround(EventLoop& loop, BridgeModel& model, const std::string& credential) {
+    const auto rootID = model.files.roots.get().front().id;
+    CurlHTTPClient client(loop);
+    const bool asExpected = loop.runUntilDone(tour(client, credential, rootID));
+    fmt::print("\n{}\n", curlLine(credential, rootID));
+    // Somebody at a terminal gets the time to use that line; a script goes on.
+    if (isatty(STDIN_FILENO) && isatty(STDOUT_FILENO)) {
+        fmt::print("Serving until Ctrl-C.\n");
+        loop.run();
+    }
+    return asExpected ? 0 : 1;
+}
+
+int run(const Options& options) {
+    prepareProcess();
+    const Profile profile(options.profile);
+    answerForTheUser(options, profile.folder());
+    EventLoop loop;
+    log::gatherOn(loop);
+    auto platform = openEmbeddedPlatform(loop, profile.folder());
+    BridgeCapabilityPolicy policy(*platform.defaults);
+    BridgeModel model(loop, platform, policy);
+    const TerminationSignals signals(loop, [&loop] { loop.stop(); });
+    const auto credential = prepare(loop, model, platform, options, profile.folder());
+    const int status = options.serve ? serve(loop, readyLine(credential, profile.folder(), model))
+                                     : showAround(loop, model, credential);
+    log::flush();
+    return status;
+}
+
+} // namespace
+
+} // namespace bridge::playground
+
+int main(int count, char** words) {
+    using namespace bridge::playground;
+    try {
+        const auto options = readOptions({words + 1, words + count});
+        if (options.help) {
+            std::fputs(usage, stdout);
+            return 0;
+        }
+        return run(options);
+    } catch (const UsageError& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 2;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "The bridge could not be tried: %s\n", error.what());
+        return 1;
+    }
+}

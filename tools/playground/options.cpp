@@ -1,0 +1,91 @@
+#include "options.h"
+
+#include <algorithm>
+
+namespace bridge::playground {
+
+const char* const usage = R"(./try            run the bridge on sample data, tour its operations, print what came back
+./try --serve    the same without the tour: print one line of JSON when ready, serve until SIGTERM
+
+  --profile DIR                           keep everything below DIR between runs (default: a throw-away folder)
+  --capabilities all|none|keep|NAME,NAME  what is switched on (default: all; keep: what DIR has stored)
+  --calendars all|none|keep               which calendars are authorized (default: all)
+  --reminder-lists all|none|keep          which reminder lists are authorized (default: all)
+  --permission SERVICE=STATE              calendar, reminders, contacts, music or location, and one of notDetermined,
+                                          denied, restricted, writeOnly, limited, fullAccess, unavailable, unknown;
+                                          may be repeated (default: fullAccess)
+  --unpaired                              leave the bridge without a credential
+)";
+
+namespace {
+
+Choice readChoice(const std::string& option, const std::string& word) {
+    if (word == "all") return {Choice::Kind::all, {}};
+    if (word == "none") return {Choice::Kind::none, {}};
+    if (word == "keep") return {Choice::Kind::keep, {}};
+    throw UsageError(option + " takes all, none or keep, not \"" + word + "\".");
+}
+
+Choice readCapabilities(const std::string& word) {
+    if (word == "all" || word == "none" || word == "keep") return readChoice("--capabilities", word);
+    Choice choice{Choice::Kind::named, {}};
+    for (size_t start = 0; start <= word.size();) {
+        const auto end = std::min(word.find(',', start), word.size());
+        choice.names.push_back(word.substr(start, end - start));
+        if (!fromRawValue<BridgeCapability>(choice.names.back()))
+            throw UsageError("\"" + choice.names.back() + "\" is no capability; they are called such as files.list.");
+        start = end + 1;
+    }
+    return choice;
+}
+
+PrivacyService readService(const std::string& name) {
+    const std::vector<std::string> names{"calendar", "reminders", "contacts", "music", "location"};
+    const auto found = std::find(names.begin(), names.end(), name);
+    if (found == names.end())
+        throw UsageError("\"" + name + "\" is no service; they are calendar, reminders, contacts, music and location.");
+    return static_cast<PrivacyService>(found - names.begin());
+}
+
+void addPermission(Options& options, const std::string& word) {
+    const auto equals = word.find('=');
+    if (equals == std::string::npos) throw UsageError("--permission takes SERVICE=STATE, not \"" + word + "\".");
+    const auto service = readService(word.substr(0, equals));
+    const auto state = fromWireName(word.substr(equals + 1), std::type_identity<BridgePermissionState>());
+    if (!state) throw UsageError("\"" + word.substr(equals + 1) + "\" is no permission state; see --help.");
+    options.permissions.insert_or_assign(service, *state);
+}
+
+} // namespace
+
+Options readOptions(const std::vector<std::string>& words) {
+    Options options;
+    for (size_t index = 0; index < words.size(); ++index) {
+        const auto& word = words[index];
+        const auto value = [&]() -> const std::string& {
+            if (++index == words.size()) throw UsageError(word + " needs a value; see --help.");
+            return words[index];
+        };
+        if (word == "--help" || word == "-h")
+            options.help = true;
+        else if (word == "--serve")
+            options.serve = true;
+        else if (word == "--unpaired")
+            options.unpaired = true;
+        else if (word == "--profile")
+            options.profile = value();
+        else if (word == "--capabilities")
+            options.capabilities = readCapabilities(value());
+        else if (word == "--calendars")
+            options.calendars = readChoice(word, value());
+        else if (word == "--reminder-lists")
+            options.reminderLists = readChoice(word, value());
+        else if (word == "--permission")
+            addPermission(options, value());
+        else
+            throw UsageError("There is no option " + word + "; see --help.");
+    }
+    return options;
+}
+
+} // namespace bridge::playground

@@ -1,0 +1,85 @@
+#include "profile.h"
+
+#include "adapters/jsonfile/consent_file.h"
+#include "agent_server/stand_in_agent_server.h"
+#include "sample_data.h"
+
+#include <stdlib.h>
+
+namespace bridge::playground {
+
+namespace {
+
+std::optional<int> statusMeaning(PrivacyService service, BridgePermissionState state) {
+    constexpr int nothingKnown = 99;
+    if (state == BridgePermissionState::unavailable) return std::nullopt;
+    for (const int status : {0, 1, 2, 3, 4, nothingKnown})
+        if (mapStatus(service, status) == state) return status;
+    throw UsageError("This service is never \"" + std::string(wireName(state)) + "\".");
+}
+
+void choose(BridgeCapabilityPolicy& policy, const Choice& choice) {
+    if (choice.kind == Choice::Kind::keep) return;
+    for (const auto group : allCapabilityGroups)
+        policy.setGroupEnabled(group, choice.kind == Choice::Kind::all);
+    for (const auto& name : choice.names)
+        policy.setEnabled(*fromRawValue<BridgeCapability>(name), true);
+}
+
+void pair(EventLoop& loop, BridgeModel& model) {
+    StandInAgentServer agentServer;
+    model.agentServerURL.set(agentServer.url());
+    loop.runUntilDone(model.pair(agentServer.issueCode()));
+    if (!model.isPaired.get()) throw std::runtime_error(*model.pairingStatusMessage.get());
+}
+
+} // namespace
+
+Profile::Profile(const std::optional<std::string>& keptFolder) : m_isKept(keptFolder.has_value()) {
+    if (m_isKept) {
+        m_folder = std::filesystem::absolute(*keptFolder).lexically_normal();
+        std::filesystem::create_directories(m_folder);
+        m_folder = std::filesystem::canonical(m_folder);
+    } else {
+        auto pattern = (std::filesystem::temp_directory_path() / "brindlefox-try-XXXXXX").string();
+        if (!mkdtemp(pattern.data())) throw std::runtime_error("No temporary folder could be made in " + pattern);
+        m_folder = pattern;
+    }
+}
+
+Profile::~Profile() {
+    std::error_code ignored;
+    if (!m_isKept) std::filesystem::remove_all(m_folder, ignored);
+}
+
+void answerForTheUser(const Options& options, const std::filesystem::path& folder) {
+    ConsentFile consent(folder / profile::consent);
+    for (const auto service : {PrivacyService::calendar, PrivacyService::reminders, PrivacyService::contacts,
+                               PrivacyService::music, PrivacyService::location}) {
+        const auto asked = options.permissions.find(service);
+        const auto state = asked == options.permissions.end() ? BridgePermissionState::fullAccess : asked->second;
+        consent.setStatus(service, statusMeaning(service, state));
+    }
+}
+
+std::string prepare(EventLoop& loop, BridgeModel& model, Platform& platform, const Options& options,
+                    const std::filesystem::path& folder) {
+    loop.runUntilDone(model.start());
+    if (const auto* failure = std::get_if<ServerFailed>(&model.httpServer.state.get()))
+        throw std::runtime_error(failure->message);
+
+    if (model.files.roots.get().empty()) {
+        const auto documents = folder / "Documents";
+        makeSampleDocuments(documents);
+        if (!model.files.addFolder(documents)) throw std::runtime_error("The sample folder could not be authorized.");
+    }
+    choose(model.capabilityPolicy, options.capabilities);
+    if (options.unpaired)
+        loop.runUntilDone(model.unpair());
+    else if (!model.isPaired.get())
+        pair(loop, model);
+    model.refresh();
+    return loop.runUntilDone(platform.secureStore->read(BridgePairingStore::credentialItem())).value_or("");
+}
+
+} // namespace bridge::playground
