@@ -14,6 +14,7 @@ namespace {
 
 std::string gathered;
 bool gathering = false;
+int destination = STDERR_FILENO;
 
 void append(std::string_view line) {
     fmt::format_to(std::back_inserter(gathered), "{} {}\n", formatDate({std::time(nullptr)}), line);
@@ -30,6 +31,11 @@ void note(std::string_view message) {
     append(message);
 }
 
+void writeTo(int descriptor) {
+    flush();
+    destination = descriptor;
+}
+
 void gatherOn(EventLoop& loop) {
     gathering = true;
     loop.beforeWaiting(flush);
@@ -39,7 +45,7 @@ void flush() {
     std::string_view rest = gathered;
     while (!rest.empty()) {
         // A log that can't be written is no reason to stop serving.
-        const ssize_t written = write(STDERR_FILENO, rest.data(), rest.size());
+        const ssize_t written = write(destination, rest.data(), rest.size());
         if (written <= 0) break;
         rest.remove_prefix(static_cast<size_t>(written));
     }

@@ -1,5 +1,6 @@
 #include "adapters/curl/curl_http_client.h"
 #include "app/process.h"
+#include "base/file_descriptor.h"
 #include "base/log.h"
 #include "base/termination_signals.h"
 #include "options.h"
@@ -7,6 +8,7 @@
 #include "tour.h"
 
 #include <cstdio>
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <unistd.h>
 
@@ -59,6 +61,9 @@ int run(const Options& options) {
     prepareProcess();
     const Profile profile(options.profile);
     answerForTheUser(options, profile.folder());
+    const FileDescriptor logFile(
+        open((profile.folder() / "bridge.log").c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
+    if (logFile) log::writeTo(logFile.get());
     EventLoop loop;
     log::gatherOn(loop);
     auto platform = openEmbeddedPlatform(loop, profile.folder());
@@ -68,7 +73,7 @@ int run(const Options& options) {
     const auto credential = prepare(loop, model, platform, options, profile.folder());
     const int status = options.serve ? serve(loop, readyLine(credential, profile.folder(), model))
                                      : showAround(loop, model, credential);
-    log::flush();
+    log::writeTo(STDERR_FILENO);
     return status;
 }
 
