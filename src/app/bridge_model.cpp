@@ -55,7 +55,7 @@ Task<> BridgeModel::unpair() {
     std::string message = "Unpaired. Apple Bridge will reject every request until it is paired again.";
     try {
         co_await pairingStore.unpair();
-    } catch (const PlatformError& error) {
+    } catch (const std::exception& error) {
         message = std::string("Unpairing failed: ") + error.what();
     }
     isPaired.set(pairingStore.isPaired());

@@ -9,7 +9,7 @@ namespace {
 // Which switch a write needs depends on what is there now. A text too long for any file is refused for that before an
 // unknown folder is.
 BridgeCapability capabilityToWrite(const BridgeSet& bridges, const WriteTextFileRequest& request) {
-    const auto& files = std::get<FileDataBridge&>(bridges);
+    auto& files = std::get<FileDataBridge&>(bridges);
     try {
         return files.fileExists(request.rootID, request.path) ? BridgeCapability::filesUpdate
                                                               : BridgeCapability::filesCreate;

@@ -70,7 +70,7 @@ int run(const Options& options) {
     BridgeCapabilityPolicy policy(*platform.defaults);
     BridgeModel model(loop, platform, policy);
     const TerminationSignals signals(loop, [&loop] { loop.stop(); });
-    const auto credential = prepare(loop, model, platform, options, profile.folder());
+    const auto credential = prepare(loop, model, options, profile.folder());
     const int status = options.serve ? serve(loop, readyLine(credential, profile.folder(), model))
                                      : showAround(loop, model, credential);
     log::writeTo(STDERR_FILENO);

@@ -62,8 +62,7 @@ void answerForTheUser(const Options& options, const std::filesystem::path& folde
     }
 }
 
-std::string prepare(EventLoop& loop, BridgeModel& model, Platform& platform, const Options& options,
-                    const std::filesystem::path& folder) {
+std::string prepare(EventLoop& loop, BridgeModel& model, const Options& options, const std::filesystem::path& folder) {
     loop.runUntilDone(model.start());
     if (const auto* failure = std::get_if<ServerFailed>(&model.httpServer.state.get()))
         throw std::runtime_error(failure->message);
@@ -79,7 +78,7 @@ std::string prepare(EventLoop& loop, BridgeModel& model, Platform& platform, con
     else if (!model.isPaired.get())
         pair(loop, model);
     model.refresh();
-    return loop.runUntilDone(platform.secureStore->read(BridgePairingStore::credentialItem())).value_or("");
+    return model.pairingStore.credential().value_or("");
 }
 
 } // namespace bridge::playground

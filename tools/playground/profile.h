@@ -28,7 +28,6 @@ void answerForTheUser(const Options& options, const std::filesystem::path& folde
 
 // Does in the model what the options say that the user has done: switches, sample folder, pairing. The bridge serves.
 // Returns the credential, "" when unpaired. Throws std::runtime_error when the server does not come up.
-std::string prepare(EventLoop& loop, BridgeModel& model, Platform& platform, const Options& options,
-                    const std::filesystem::path& folder);
+std::string prepare(EventLoop& loop, BridgeModel& model, const Options& options, const std::filesystem::path& folder);
 
 } // namespace bridge::playground

@@ -1,6 +1,5 @@
 #include "adapters/jsonfile/consent_file.h"
 
-#include "adapters/jsonfile/private_file.h"
 #include "base/log.h"
 #include "base/record.h"
 
@@ -31,8 +30,8 @@ std::map<PrivacyService, std::optional<int>> readAnswers(const std::string& text
 
 } // namespace
 
-ConsentFile::ConsentFile(std::string path) : m_path(std::move(path)) {
-    const auto text = readPrivateFile(m_path);
+ConsentFile::ConsentFile(std::string path) : m_file(std::move(path), Trust::oursOnly) {
+    const auto text = m_file.read();
     if (!text) return;
     try {
         m_answers = readAnswers(*text);
@@ -52,7 +51,7 @@ void ConsentFile::setStatus(PrivacyService service, std::optional<int> status) {
     JSONValue::Object stored;
     for (const auto& [each, answer] : answers)
         stored.emplace(nameOf(each), answer ? JSONValue{static_cast<double>(*answer)} : JSONValue{nullptr});
-    writePrivateFile(m_path, writeJSON({std::move(stored)}));
+    m_file.write(writeJSON({std::move(stored)}));
     m_answers = std::move(answers);
 }
 

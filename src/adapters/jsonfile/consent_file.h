@@ -1,5 +1,6 @@
 #pragma once
 
+#include "adapters/jsonfile/private_file.h"
 #include "platform/authorization.h"
 
 #include <map>
@@ -15,6 +16,7 @@ namespace bridge {
 // entry was never asked about. A damaged file grants nothing.
 class ConsentFile : public Authorization {
 public:
+    // `path` is absolute. Throws PlatformError when there is a file that can't be read.
     explicit ConsentFile(std::string path);
 
     std::optional<int> status(PrivacyService service) const override;
@@ -22,7 +24,7 @@ public:
     void setStatus(PrivacyService service, std::optional<int> status);
 
 private:
-    std::string m_path;
+    PrivateFile m_file;
     std::map<PrivacyService, std::optional<int>> m_answers;
 };
 
