@@ -121,6 +121,9 @@ BridgeCapabilitySection sectionOf(BridgeCapability capability);
 
 // `fromRawValue<BridgeCapability>("files.list")`; nothing for a text that is no raw value.
 template <typename E> std::optional<E> fromRawValue(std::string_view text);
+template <> std::optional<BridgeCapability> fromRawValue(std::string_view text);
+template <> std::optional<BridgeCapabilityGroup> fromRawValue(std::string_view text);
+template <> std::optional<BridgeCapabilitySection> fromRawValue(std::string_view text);
 
 // On the wire a capability is its raw value.
 inline std::string_view wireName(BridgeCapability capability) {
