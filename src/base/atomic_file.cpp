@@ -1,6 +1,6 @@
 #include "base/atomic_file.h"
 
-#include "base/platform_error.h"
+#include "base/exclusive_rename.h"
 #include "base/uuid.h"
 
 #include <cerrno>
@@ -37,14 +37,14 @@ public:
     }
 
     void place(const std::string& name, IfExists ifExists) {
-        if (ifExists == IfExists::replace) {
-            if (renameat(m_folder, m_name.c_str(), m_folder, name.c_str()) != 0)
-                throw PlatformError::fromErrno("The file could not be put in its place", errno);
-            m_placed = true;
-        } else if (linkat(m_folder, m_name.c_str(), m_folder, name.c_str(), 0) != 0) {
-            // Not a rename: a link never replaces what came to stand there meanwhile.
-            throw PlatformError::fromErrno("The file could not be put in its place", errno);
-        }
+        int code = 0;
+        if (ifExists == IfExists::fail)
+            code = renameExclusively(m_folder, m_name, m_folder, name);
+        else if (renameat(m_folder, m_name.c_str(), m_folder, name.c_str()) != 0)
+            code = errno;
+        if (code == EEXIST && ifExists == IfExists::fail) throw FileExistsError("A file of that name exists");
+        if (code != 0) throw PlatformError::fromErrno("The file could not be put in its place", code);
+        m_placed = true;
     }
 
     struct stat status() const {
@@ -66,6 +66,16 @@ private:
     bool m_placed = false;
 };
 
+void flush(int folder) {
+    // Opened anew: the caller's descriptor may be one that only names the folder. A folder that may be written but not
+    // read can't be flushed; its file is in place all the same.
+    const FileDescriptor readable(openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!readable && errno == EACCES) return;
+    // Some file systems can't flush a folder and say EINVAL; the rename itself is done by then.
+    if ((!readable || fsync(readable.get()) != 0) && errno != EINVAL)
+        throw PlatformError::fromErrno("The folder could not be saved to disk", errno);
+}
+
 } // namespace
 
 struct stat writeFileAtomically(int folder, const std::string& name, std::string_view content, mode_t mode,
@@ -73,9 +83,7 @@ struct stat writeFileAtomically(int folder, const std::string& name, std::string
     TemporaryFile file(folder, mode);
     file.write(content);
     file.place(name, ifExists);
-    // Some file systems can't flush a folder and say EINVAL; the rename itself is done by then.
-    if (fsync(folder) != 0 && errno != EINVAL)
-        throw PlatformError::fromErrno("The folder could not be saved to disk", errno);
+    flush(folder);
     return file.status();
 }
 

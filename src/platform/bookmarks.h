@@ -1,14 +1,25 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace bridge {
 
+// Which folder it is as long as it stands where it stands: the numbers that stat() gives.
+struct FolderIdentity {
+    uint64_t device = 0;
+    uint64_t inode = 0;
+    bool operator==(const FolderIdentity&) const = default;
+};
+
 // A folder found again. `path` is absolute. A stale bookmark still found its folder, but should be made anew.
+// Whoever opens `path` compares `identity`, where there is one: another folder may have taken the place meanwhile.
 struct ResolvedBookmark {
     std::string path;
     bool isStale = false;
+    std::optional<FolderIdentity> identity = std::nullopt;
 };
 
 // Remembers folders across restarts. A bookmark is an opaque run of bytes that names one folder, not one path: when the

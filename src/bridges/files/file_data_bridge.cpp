@@ -1,0 +1,165 @@
+#include "bridges/files/file_data_bridge.h"
+
+#include "base/apple_bridge_error.h"
+#include "base/platform_error.h"
+#include "bridges/files/file_item.h"
+#include "bridges/files/item_move.h"
+#include "bridges/files/text_file.h"
+
+namespace bridge {
+
+namespace {
+
+// How often a path is resolved anew when links come and go on the way.
+constexpr int maximumAttempts = 8;
+
+// `action` resolves its paths and acts on them, and does nothing that could not be done again before a PathChanged.
+template <typename Action> auto whilePathsChange(Action action) {
+    for (int attempt = 1;; ++attempt) {
+        try {
+            return action();
+        } catch (const PathChanged& change) {
+            if (attempt == maximumAttempts) throw AppleBridgeError::unsafePath(change.requested);
+        }
+    }
+}
+
+Overwrite overwriteIf(bool wanted) {
+    return wanted ? Overwrite::yes : Overwrite::no;
+}
+
+} // namespace
+
+FileDataBridge::FileDataBridge(UserDefaults& defaults, Bookmarks& bookmarks, FolderChooser& chooser, Trash& trash,
+                               FolderWalk walk)
+    : m_rootList(defaults, bookmarks, roots),
+      m_bookmarks(bookmarks),
+      m_chooser(chooser),
+      m_trash(trash),
+      m_walk(walk),
+      m_newFileMode(modeOfNewFiles()) {}
+
+Task<std::optional<AuthorizedFileRootDescriptor>> FileDataBridge::chooseFolder() {
+    FolderQuestion question{"Choose an iCloud Drive folder for Brindlefox",
+                            "Brindlefox can only access folders you explicitly add here.", "Allow Folder"};
+    const auto path = co_await m_chooser.choose(std::move(question));
+    if (!path) co_return std::nullopt;
+    co_return addFolder(*path);
+}
+
+std::optional<AuthorizedFileRootDescriptor> FileDataBridge::addFolder(const std::string& path) {
+    return m_rootList.add(path);
+}
+
+void FileDataBridge::removeRoot(const std::string& id) {
+    m_rootList.remove(id);
+}
+
+FileDataBridge::Access FileDataBridge::beginAccess(const std::string& rootID) {
+    const std::string bookmark = m_rootList.find(rootID).bookmark.value;
+    const auto resolved = m_bookmarks.resolve(bookmark);
+    auto right = m_bookmarks.startAccessing(bookmark);
+    if (resolved.isStale) refreshBookmark(rootID, resolved);
+    return {std::move(right), openRoot(resolved.path, resolved.identity, m_walk)};
+}
+
+void FileDataBridge::refreshBookmark(const std::string& rootID, const ResolvedBookmark& stale) {
+    auto fresh = m_bookmarks.create(stale.path);
+    // Made by path: it must not be another folder that the root goes on as.
+    if (m_bookmarks.resolve(fresh).identity != stale.identity)
+        throw PlatformError("Another folder took the place of the authorized folder.");
+    m_rootList.replaceBookmark(rootID, std::move(fresh));
+}
+
+bool FileDataBridge::fileExists(const std::string& rootID, const std::string& requested) {
+    return withAuthorizedRoot(rootID, [&](const OpenRoot& root) {
+        return whilePathsChange([&] {
+            const auto path = resolveConfinedPath(root.path, requested, PathMayBeMissing::yes);
+            if (path.isRoot()) return true;
+            const auto entry = openParent(root, path);
+            return entry && examine(*entry, requested).has_value();
+        });
+    });
+}
+
+std::string FileDataBridge::confinedURL(const std::string& rootID, const std::string& requested,
+                                        PathMayBeMissing mayBeMissing) {
+    return withAuthorizedRoot(rootID, [&](const OpenRoot& root) {
+        return appendToPath(root.path, resolveConfinedPath(root.path, requested, mayBeMissing).relative());
+    });
+}
+
+std::vector<FileItemDescriptor> FileDataBridge::listFiles(const ListFilesRequest& request) {
+    return withAuthorizedRoot(request.rootID, [&](const OpenRoot& root) {
+        return whilePathsChange([&] {
+            const auto path = resolveConfinedPath(root.path, request.path, PathMayBeMissing::no);
+            const auto folder = openFolder(root, path);
+            if (!folder) throw AppleBridgeError::resourceNotFound(request.path);
+            return listFolder(folder, path.relative());
+        });
+    });
+}
+
+TextFileContents FileDataBridge::readText(const ReadTextFileRequest& request) {
+    const size_t limit = readLimit(request.maximumBytes);
+    return withAuthorizedRoot(request.rootID, [&](const OpenRoot& root) {
+        return whilePathsChange([&] {
+            const auto path = resolveConfinedPath(root.path, request.path, PathMayBeMissing::no);
+            if (path.isRoot()) throw PlatformError("The item is a folder, not a file.");
+            const auto entry = openParent(root, path);
+            if (!entry) throw AppleBridgeError::resourceNotFound(request.path);
+            auto content = readTextFile(*entry, request.path, limit);
+            const auto bytes = static_cast<int64_t>(content.size());
+            return TextFileContents{request.rootID, request.path, std::move(content), bytes};
+        });
+    });
+}
+
+FileItemDescriptor FileDataBridge::writeText(const WriteTextFileRequest& request) {
+    if (request.content.size() > maximumTextWrite)
+        throw AppleBridgeError::malformedRequest("Text-file writes cannot exceed 1,000,000 UTF-8 bytes.");
+    return withAuthorizedRoot(request.rootID, [&](const OpenRoot& root) {
+        return whilePathsChange([&] {
+            const auto path = resolveConfinedPath(root.path, request.path, PathMayBeMissing::yes);
+            if (path.isRoot()) throw AppleBridgeError::unsafePath(request.path);
+            const auto entry = makeParent(root, path);
+            const auto overwrite = overwriteIf(request.overwrite);
+            return describeItem(path, writeTextFile(entry, request.path, request.content, overwrite, m_newFileMode));
+        });
+    });
+}
+
+FileItemDescriptor FileDataBridge::createDirectory(const CreateDirectoryRequest& request) {
+    return withAuthorizedRoot(request.rootID, [&](const OpenRoot& root) {
+        return whilePathsChange([&] {
+            const auto path = resolveConfinedPath(root.path, request.path, PathMayBeMissing::yes);
+            if (path.isRoot()) throw AppleBridgeError::unsafePath(request.path);
+            const auto folder = makeFolder(root, path);
+            return describeItem(path, statusOf(folder));
+        });
+    });
+}
+
+FileItemDescriptor FileDataBridge::moveFile(const MoveFileRequest& request) {
+    return withAuthorizedRoot(request.rootID, [&](const OpenRoot& root) {
+        return whilePathsChange([&] {
+            const auto source = resolveConfinedPath(root.path, request.sourcePath, PathMayBeMissing::no);
+            const auto destination = resolveConfinedPath(root.path, request.destinationPath, PathMayBeMissing::yes);
+            return describeItem(destination,
+                                moveItem(root, source, destination, overwriteIf(request.overwrite), m_trash));
+        });
+    });
+}
+
+void FileDataBridge::deleteFile(const DeleteFileRequest& request) {
+    withAuthorizedRoot(request.rootID, [&](const OpenRoot& root) {
+        whilePathsChange([&] {
+            const auto path = resolveConfinedPath(root.path, request.path, PathMayBeMissing::no);
+            if (path.isRoot())
+                throw AppleBridgeError::operationFailed("An authorized root cannot be deleted through the bridge.");
+            trashItem(root, path, m_trash);
+        });
+    });
+}
+
+} // namespace bridge
