@@ -29,31 +29,38 @@ template <typename T> struct ResultOf<Task<T>> {
 
 template <typename Signature> struct CallShape;
 template <typename B, typename R, typename Q> struct CallShape<R (B::*)(Q)> {
-    using Bridge = B&;
+    using Bridge = B;
     using Request = std::remove_cvref_t<Q>;
     using Result = ResultOf<R>;
 };
 template <typename B, typename R, typename Q> struct CallShape<R (B::*)(Q) const> {
-    using Bridge = const B&;
+    using Bridge = B;
     using Request = std::remove_cvref_t<Q>;
     using Result = ResultOf<R>;
 };
 template <typename B, typename R> struct CallShape<R (B::*)()> {
-    using Bridge = B&;
+    using Bridge = B;
     using Request = NoRequest;
     using Result = ResultOf<R>;
 };
 template <typename B, typename R> struct CallShape<R (B::*)() const> {
-    using Bridge = const B&;
+    using Bridge = B;
     using Request = NoRequest;
     using Result = ResultOf<R>;
 };
 
-template <typename Bridge> Bridge bridgeOf(const BridgeSet& bridges) {
-    if constexpr (requires { std::get<Bridge>(bridges); })
-        return std::get<Bridge>(bridges);
+template <typename T, typename... Each>
+constexpr bool holds(const std::tuple<Each...>*) {
+    return (std::same_as<T, Each> || ...);
+}
+
+// The bridge of this type, const where the set holds it so.
+template <typename Bridge>
+auto& bridgeOf(const BridgeSet& bridges) {
+    if constexpr (holds<Bridge&>(static_cast<const BridgeSet*>(nullptr)))
+        return std::get<Bridge&>(bridges);
     else
-        return std::get<std::remove_const_t<std::remove_reference_t<Bridge>>&>(bridges);
+        return std::get<const Bridge&>(bridges);
 }
 
 // Stands for "the row's fixed capability is all".
@@ -86,7 +93,7 @@ protected:
 
 template <auto call> auto invoke(const BridgeSet& bridges, auto request) {
     using Shape = CallShape<decltype(call)>;
-    auto&& bridge = bridgeOf<typename Shape::Bridge>(bridges);
+    auto& bridge = bridgeOf<typename Shape::Bridge>(bridges);
     if constexpr (std::same_as<typename Shape::Request, NoRequest>)
         return (bridge.*call)();
     else

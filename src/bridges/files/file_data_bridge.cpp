@@ -115,9 +115,13 @@ TextFileContents FileDataBridge::readText(const ReadTextFileRequest& request) {
     });
 }
 
-FileItemDescriptor FileDataBridge::writeText(const WriteTextFileRequest& request) {
+void FileDataBridge::checkLength(const WriteTextFileRequest& request) {
     if (request.content.size() > maximumTextWrite)
         throw AppleBridgeError::malformedRequest("Text-file writes cannot exceed 1,000,000 UTF-8 bytes.");
+}
+
+FileItemDescriptor FileDataBridge::writeText(const WriteTextFileRequest& request) {
+    checkLength(request);
     return withAuthorizedRoot(request.rootID, [&](const OpenRoot& root) {
         return whilePathsChange([&] {
             const auto path = resolveConfinedPath(root.path, request.path, PathMayBeMissing::yes);

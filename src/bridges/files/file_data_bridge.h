@@ -55,6 +55,8 @@ public:
     // Makes missing folders on the way. Content above 1,000,000 bytes is malformedRequest, before anything else is
     // looked at; the root itself is unsafePath.
     FileItemDescriptor writeText(const WriteTextFileRequest& request);
+    // That first look alone.
+    static void checkLength(const WriteTextFileRequest& request);
     // Also makes missing folders on the way; a folder that exists is fine. The root itself is unsafePath.
     FileItemDescriptor createDirectory(const CreateDirectoryRequest& request);
     // Nothing is undone: an overwritten item stays in the Trash even if the move then fails.

@@ -1,0 +1,29 @@
+#include "adapters/curl/curl_http_client.h"
+#include "adapters/jsonfile/consent_file.h"
+#include "adapters/jsonfile/file_secure_store.h"
+#include "adapters/jsonfile/json_file_user_defaults.h"
+#include "adapters/posix/posix_bookmarks.h"
+#include "adapters/posix/system_clock.h"
+#include "adapters/xdg/home_trash.h"
+#include "app/build_info.h"
+#include "app/no_folder_chooser.h"
+#include "app/platform.h"
+
+namespace bridge {
+
+Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder) {
+    const auto file = [&](const char* name) { return folder + "/" + name; };
+    Platform platform;
+    platform.defaults = std::make_unique<JSONFileUserDefaults>(file(profile::defaults));
+    platform.secureStore = std::make_unique<FileSecureStore>(file(profile::credential));
+    platform.httpClient = std::make_unique<CurlHTTPClient>(loop);
+    platform.folderChooser = std::make_unique<NoFolderChooser>();
+    platform.bookmarks = std::make_unique<PosixBookmarks>();
+    platform.trash = std::make_unique<HomeTrash>(file(profile::trash));
+    platform.authorization = std::make_unique<ConsentFile>(file(profile::consent));
+    platform.application = std::make_unique<BuildInfo>();
+    platform.clock = std::make_unique<SystemClock>();
+    return platform;
+}
+
+} // namespace bridge
