@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/http_client.h"
+
+#include <atomic>
+#include <memory>
+
+namespace bridge {
+
+// One request and its answer. Made on the main thread, performed on the worker, cancelled from the main thread.
+class CurlExchange {
+public:
+    static void initialiseLibrary();
+
+    explicit CurlExchange(HTTPRequest request);
+    ~CurlExchange();
+    CurlExchange(const CurlExchange&) = delete;
+    CurlExchange& operator=(const CurlExchange&) = delete;
+
+    // Blocks until the answer is whole, the time is over or cancel() is called. Throws PlatformError. Once only.
+    HTTPResponse perform();
+
+    // Any thread, at any time; a cancelled exchange ends at once with an error.
+    void cancel();
+
+private:
+    struct Handles;
+
+    void setUp();
+    void setUpBody();
+    void setUpHeaders();
+    int run();
+    static size_t receiveHeader(char* bytes, size_t size, size_t count, void* self);
+    static size_t receiveBody(char* bytes, size_t size, size_t count, void* self);
+    bool account(size_t bytes);
+
+    HTTPRequest m_request;
+    std::unique_ptr<Handles> m_handles;
+    std::atomic<bool> m_cancelled = false;
+    HTTPResponse m_response;
+    size_t m_received = 0;
+};
+
+} // namespace bridge

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/secure_store.h"
+
+#include <memory>
+
+namespace bridge {
+
+// A keyring, with a file to fall back on while the keyring is locked or gone. Whatever the file holds is newer than the
+// keyring, because it is written only when the keyring can't be: it is read first, and cleared once the keyring holds
+// something newer.
+//
+// What was removed while the keyring could not be reached leaves an empty item in the file, so that an old secret in
+// the keyring does not come back. For the same reason an empty secret is the same as none here.
+class PreferredSecureStore : public SecureStore {
+public:
+    // `keyring` is null when none could be opened.
+    PreferredSecureStore(std::unique_ptr<SecureStore> keyring, std::unique_ptr<SecureStore> file);
+
+    Task<std::optional<std::string>> read(SecureItem item) override;
+    Task<> replace(SecureItem item, std::string secret) override;
+    Task<> remove(SecureItem item) override;
+    std::string description() const override;
+
+private:
+    Task<bool> replaceInKeyring(SecureItem item, std::string secret);
+    Task<bool> removeFromKeyring(SecureItem item);
+
+    std::unique_ptr<SecureStore> m_keyring;
+    std::unique_ptr<SecureStore> m_file;
+};
+
+} // namespace bridge
