@@ -1,8 +1,8 @@
 #include "profile.h"
 
 #include "adapters/jsonfile/consent_file.h"
-#include "agent_server/stand_in_agent_server.h"
 #include "sample_data.h"
+#include "tools/agent_server/stand_in_agent_server.h"
 
 #include <stdlib.h>
 

@@ -109,6 +109,16 @@ std::string requestBody(const Step& step, const std::string& rootID) {
     return writeJSON({std::move(envelope)});
 }
 
+HTTPRequest requestFor(const Step& step, const std::string& credential, const std::string& rootID) {
+    HTTPRequest request;
+    request.method = "POST";
+    request.url = fmt::format("http://{}:{}/v1/execute", BridgeHTTPServer::address, BridgeHTTPServer::port);
+    request.headers = {{"Authorization", "Bearer " + credential}};
+    request.body = requestBody(step, rootID);
+    request.timeout = std::chrono::seconds(30);
+    return request;
+}
+
 // At most so many characters, on one line.
 std::string shortened(std::string text) {
     constexpr size_t width = 78;
@@ -139,7 +149,6 @@ void printRow(const char* operation, int status, int64_t milliseconds, const std
 } // namespace
 
 Task<bool> tour(HTTPClient& client, std::string credential, std::string rootID) {
-    const auto base = fmt::format("http://{}:{}", BridgeHTTPServer::address, BridgeHTTPServer::port);
     std::set<std::string_view> unseen;
     for (const auto group : operationGroups())
         for (const auto& row : group)
@@ -150,11 +159,7 @@ Task<bool> tour(HTTPClient& client, std::string credential, std::string rootID) 
     for (const auto& step : steps) {
         unseen.erase(step.operation);
         const auto started = std::chrono::steady_clock::now();
-        const auto response = co_await client.send({.method = "POST",
-                                                    .url = base + "/v1/execute",
-                                                    .headers = {{"Authorization", "Bearer " + credential}},
-                                                    .body = requestBody(step, rootID),
-                                                    .timeout = std::chrono::seconds(30)});
+        const auto response = co_await client.send(requestFor(step, credential, rootID));
         const auto took =
             std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - started);
         const auto outcome = outcomeOf(response);

@@ -9,12 +9,12 @@ namespace bridge {
 // Nothing is ever copied to another volume. Which volume an item is on, GIO says.
 class GioTrash : public Trash {
 public:
-    explicit GioTrash(HomeTrash& home) : m_home(home) {}
+    explicit GioTrash(HomeTrash home) : m_home(std::move(home)) {}
 
     void moveToTrash(const TrashItem& item) override;
 
 private:
-    HomeTrash& m_home;
+    HomeTrash m_home;
 };
 
 } // namespace bridge
