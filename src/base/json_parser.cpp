@@ -19,6 +19,27 @@ template <typename T> T checked(simdjson::simdjson_result<T> result) {
     return value;
 }
 
+// What is left of an array or object.
+template <typename Iterator> struct Range {
+    simdjson::simdjson_result<Iterator> next;
+    simdjson::simdjson_result<Iterator> end;
+    bool started = false;
+
+    bool advance() {
+        if (std::exchange(started, true)) ++next;
+        if (next.error()) refuse(next.error());
+        return next != end;
+    }
+};
+using Elements = Range<ondemand::array_iterator>;
+using Members = Range<ondemand::object_iterator>;
+
+// An array or object that is being read.
+struct Container {
+    JSONValue* into;
+    std::variant<Elements, Members> rest;
+};
+
 // Walks the text with a stack of its own, so that its depth costs memory and never the thread's stack.
 class Reader {
 public:
@@ -34,26 +55,6 @@ public:
     }
 
 private:
-    template <typename Iterator> struct Range {
-        simdjson::simdjson_result<Iterator> next;
-        simdjson::simdjson_result<Iterator> end;
-        bool started = false;
-
-        bool advance() {
-            if (std::exchange(started, true)) ++next;
-            if (next.error()) refuse(next.error());
-            return next != end;
-        }
-    };
-    using Elements = Range<ondemand::array_iterator>;
-    using Members = Range<ondemand::object_iterator>;
-
-    // An array or object that is being read.
-    struct Container {
-        JSONValue* into;
-        std::variant<Elements, Members> rest;
-    };
-
     // Reads a scalar whole; a container is only begun.
     template <typename Source> void open(Source&& source, JSONValue& into) {
         switch (checked<ondemand::json_type>(source.type())) {

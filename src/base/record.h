@@ -10,6 +10,7 @@
 #include <cmath>
 #include <concepts>
 #include <cstdint>
+#include <exception>
 #include <map>
 #include <optional>
 #include <string>
@@ -63,8 +64,9 @@ template <Record T> constexpr size_t fieldCount = std::tuple_size_v<decltype(T::
 
 namespace detail {
 
+// Never converted, but clang wants the body for types that have no linkage.
 struct AnyMember {
-    template <typename T> operator T() const;
+    template <typename T> [[noreturn]] operator T() const { std::terminate(); }
 };
 
 template <typename T, typename... Members> constexpr size_t memberCount() {
