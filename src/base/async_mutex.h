@@ -7,7 +7,8 @@
 namespace bridge {
 
 // Keeps a read, a check and a write of one task together although the task waits in between. First come, first served;
-// on the loop's thread only. `const auto guard = co_await mutex.lock();` holds it until the guard goes.
+// on the loop's thread only. `const auto guard = co_await mutex.lock();` holds it until the guard goes. It outlives
+// every task that uses it.
 class AsyncMutex {
 public:
     class [[nodiscard]] Guard {
@@ -33,7 +34,11 @@ public:
             if (m_waiter) std::erase(m_mutex.m_queue, this);
         }
 
-        bool await_ready() const noexcept { return !std::exchange(m_mutex.m_locked, true); }
+        bool await_ready() const noexcept {
+            if (m_mutex.m_locked || !m_mutex.m_queue.empty()) return false;
+            m_mutex.m_locked = true;
+            return true;
+        }
         void await_suspend(std::coroutine_handle<> waiter) {
             m_waiter = waiter;
             m_mutex.m_queue.push_back(this);
@@ -50,17 +55,22 @@ public:
 
 private:
     void release() {
-        if (m_queue.empty()) {
-            m_locked = false;
-            return;
+        m_locked = false;
+        // One that releases while it is being resumed from here leaves the next to this loop: a queue of thousands
+        // would otherwise stand on the stack all at once. Whoever asks meanwhile finds the queue not empty and joins
+        // its end.
+        if (std::exchange(m_passing, true)) return;
+        while (!m_locked && !m_queue.empty()) {
+            m_locked = true;
+            Awaiter* next = m_queue.front();
+            m_queue.pop_front();
+            std::exchange(next->m_waiter, {}).resume();
         }
-        // Still locked: it passes straight to the next in line, so nobody can step in between.
-        Awaiter* next = m_queue.front();
-        m_queue.pop_front();
-        std::exchange(next->m_waiter, {}).resume();
+        m_passing = false;
     }
 
     bool m_locked = false;
+    bool m_passing = false;
     std::deque<Awaiter*> m_queue;
 };
 
