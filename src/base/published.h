@@ -1,9 +1,10 @@
 #pragma once
 
+#include <deque>
 #include <functional>
-#include <list>
 #include <memory>
 #include <utility>
+#include <vector>
 
 namespace bridge {
 
@@ -11,7 +12,8 @@ namespace bridge {
 using Subscription = std::shared_ptr<void>;
 
 // A value that others watch. Main thread only. Observers hear of each change once, after it, in the order in which
-// they subscribed; assigning an equal value tells nobody. An observer may subscribe, unsubscribe or set in its turn.
+// they subscribed; assigning an equal value tells nobody. An observer may subscribe, unsubscribe or set in its turn:
+// what it sets is the value at once, and everybody hears of it once all have heard of the change before.
 template <typename T> class Published {
 public:
     using Observer = std::function<void(const T&)>;
@@ -26,7 +28,9 @@ public:
     void set(T value) {
         if (value == m_value) return;
         m_value = std::move(value);
-        notify();
+        std::erase_if(m_observers, [](const auto& entry) { return entry.expired(); });
+        m_changes.push_back({m_value, m_observers});
+        if (m_changes.size() == 1) notify();
     }
 
     [[nodiscard]] Subscription observe(Observer observer) {
@@ -36,14 +40,28 @@ public:
     }
 
 private:
+    using Observers = std::vector<std::weak_ptr<Observer>>;
+
+    // Whoever subscribes after a change has read its value already, so each change keeps those it is for.
+    struct Change {
+        T value;
+        Observers observers;
+    };
+
     void notify() {
-        std::erase_if(m_observers, [](const std::weak_ptr<Observer>& entry) { return entry.expired(); });
-        for (const auto& entry : std::list(m_observers))
-            if (const auto observer = entry.lock()) (*observer)(m_value);
+        // Also when an observer throws: what it leaves unsaid must not be said after a later change.
+        struct Clear {
+            std::deque<Change>& changes;
+            ~Clear() { changes.clear(); }
+        } clear{m_changes};
+        for (; !m_changes.empty(); m_changes.pop_front())
+            for (const auto& entry : m_changes.front().observers)
+                if (const auto observer = entry.lock()) (*observer)(m_changes.front().value);
     }
 
     T m_value{};
-    std::list<std::weak_ptr<Observer>> m_observers;
+    Observers m_observers;
+    std::deque<Change> m_changes; // the first is being told
 };
 
 } // namespace bridge
