@@ -1,5 +1,6 @@
 #include "base/timer.h"
 
+#include <algorithm>
 #include <uv.h>
 
 namespace bridge {
@@ -16,6 +17,8 @@ Timer::~Timer() {
 
 void Timer::start(std::chrono::milliseconds delay, std::function<void()> action) {
     m_action = std::move(action);
+    // The loop's idea of now is as old as its last turn. Counting from there, the alarm would come early.
+    uv_update_time(m_handle->loop);
     uv_timer_start(
         m_handle,
         [](uv_timer_t* handle) {
@@ -23,7 +26,7 @@ void Timer::start(std::chrono::milliseconds delay, std::function<void()> action)
             const auto due = std::move(static_cast<Timer*>(handle->data)->m_action);
             due();
         },
-        static_cast<uint64_t>(delay.count()), 0);
+        static_cast<uint64_t>(std::max<int64_t>(delay.count(), 0)), 0);
 }
 
 void Timer::stop() {
