@@ -13,6 +13,7 @@ struct EventLoop::State {
     uv_prepare_t prepare{};
     std::vector<std::function<void()>> beforeWaiting;
     bool stopping = false;
+    bool turning = false;
 
     std::mutex mutex; // guards what follows, the only state other threads touch
     std::vector<std::function<void()>> posted;
@@ -29,6 +30,11 @@ struct EventLoop::State {
         for (auto& action : actions)
             action();
     }
+
+    void runBeforeWaiting() {
+        for (auto& action : beforeWaiting)
+            action();
+    }
 };
 
 EventLoop::EventLoop() : m_state(std::make_unique<State>()) {
@@ -39,12 +45,20 @@ EventLoop::EventLoop() : m_state(std::make_unique<State>()) {
     m_state->prepare.data = m_state.get();
     uv_prepare_init(&m_state->loop, &m_state->prepare);
     uv_prepare_start(&m_state->prepare, [](uv_prepare_t* prepare) {
-        for (auto& action : static_cast<State*>(prepare->data)->beforeWaiting)
-            action();
+        // The passes of a turn don't wait; what they gather leaves together at its end.
+        if (auto* state = static_cast<State*>(prepare->data); !state->turning) state->runBeforeWaiting();
     });
 }
 
 EventLoop::~EventLoop() {
+    // What these actions own may own handles, which need the loop to close.
+    m_state->beforeWaiting.clear();
+    std::vector<std::function<void()>> dropped;
+    {
+        std::lock_guard lock(m_state->mutex);
+        dropped.swap(m_state->posted);
+    }
+    dropped.clear();
     uv_walk(
         &m_state->loop,
         [](uv_handle_t* handle, void*) {
@@ -92,11 +106,18 @@ bool EventLoop::turn() {
     constexpr int maximumPasses = 64;
     pollfd events{backendDescriptor(), POLLIN, 0};
     int passes = 0;
+    m_state->turning = true;
     while (passes < maximumPasses && (backendTimeout() == 0 || poll(&events, 1, 0) > 0)) {
         uv_run(&m_state->loop, UV_RUN_NOWAIT);
         ++passes;
     }
+    m_state->turning = false;
+    aboutToWait();
     return passes > 0;
+}
+
+void EventLoop::aboutToWait() {
+    m_state->runBeforeWaiting();
 }
 
 int EventLoop::backendDescriptor() const {
@@ -104,6 +125,8 @@ int EventLoop::backendDescriptor() const {
 }
 
 int EventLoop::backendTimeout() const {
+    // Counted from now: by the time of the last turn each question would put the next timer off afresh.
+    uv_update_time(&m_state->loop);
     return uv_backend_timeout(&m_state->loop);
 }
 

@@ -41,8 +41,10 @@ public:
     void waitOnce();
 
     // For a shell with a loop of its own. turn() handles everything that is ready, without waiting, until nothing is
-    // left; it answers whether anything was done.
+    // left; it answers whether anything was ready. The beforeWaiting() actions run at its end. aboutToWait() runs them
+    // too: for what the shell's own callbacks gathered outside a turn.
     bool turn();
+    void aboutToWait();
     int backendDescriptor() const;
     // Milliseconds until the next timer, 0 when something is due, -1 when only an event can wake the loop.
     int backendTimeout() const;
