@@ -3,9 +3,11 @@
 #include "base/date.h"
 #include "base/event_loop.h"
 
+#include <cerrno>
 #include <ctime>
 #include <fmt/format.h>
 #include <iterator>
+#include <memory>
 #include <unistd.h>
 
 namespace bridge::log {
@@ -37,8 +39,17 @@ void writeTo(int descriptor) {
 }
 
 void gatherOn(EventLoop& loop) {
-    gathering = true;
-    loop.beforeWaiting(flush);
+    // Owned by the loop's list of actions, so it goes with the loop.
+    struct Gathering {
+        Gathering() { gathering = true; }
+        Gathering(const Gathering&) = delete;
+        Gathering& operator=(const Gathering&) = delete;
+        ~Gathering() {
+            gathering = false;
+            flush();
+        }
+    };
+    loop.beforeWaiting([token = std::make_shared<Gathering>()] { flush(); });
 }
 
 void flush() {
@@ -46,6 +57,7 @@ void flush() {
     while (!rest.empty()) {
         // A log that can't be written is no reason to stop serving.
         const ssize_t written = write(destination, rest.data(), rest.size());
+        if (written < 0 && errno == EINTR) continue;
         if (written <= 0) break;
         rest.remove_prefix(static_cast<size_t>(written));
     }

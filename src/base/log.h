@@ -19,7 +19,8 @@ void note(std::string_view message);
 // Where lines go from now on; the descriptor stays the caller's and open.
 void writeTo(int descriptor);
 
-// Lines are gathered and leave together each time `loop` goes to wait. Without this each leaves at once.
+// Lines are gathered and leave together each time `loop` goes to wait. Without this, and once the loop is gone, each
+// leaves at once.
 void gatherOn(EventLoop& loop);
 void flush();
 
