@@ -33,13 +33,11 @@ void JSONWriter::name(std::string_view name) {
 
 void JSONWriter::string(std::string_view text) {
     separate();
-    if (isUTF8(text))
-        quote(text);
-    else
-        quote(repairUTF8(text));
+    quote(text);
 }
 
 void JSONWriter::quote(std::string_view text) {
+    if (!isUTF8(text)) return quote(repairUTF8(text));
     m_text += '"';
     size_t plain = 0;
     for (size_t index = 0; index < text.size(); ++index) {
