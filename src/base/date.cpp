@@ -1,5 +1,6 @@
 #include "base/date.h"
 
+#include <algorithm>
 #include <chrono>
 #include <fmt/format.h>
 
@@ -79,7 +80,7 @@ std::optional<Date> parseDate(std::string_view text) {
 
 std::string formatDate(Date date) {
     using namespace std::chrono;
-    const sys_seconds moment{seconds(date.secondsSince1970)};
+    const sys_seconds moment{seconds(std::clamp(date.secondsSince1970, firstSecond, lastSecond))};
     const auto midnight = floor<days>(moment);
     const year_month_day day(midnight);
     const hh_mm_ss time(moment - midnight);

@@ -19,7 +19,8 @@ struct Date {
 // are refused (nothing is returned).
 std::optional<Date> parseDate(std::string_view text);
 
-// The same form in UTC, without fractions: 2026-08-14T11:28:41Z.
+// The same form in UTC, without fractions: 2026-08-14T11:28:41Z. It has room for four digits of the year: a date beyond
+// 0001...9999, which a file system may well answer, is written as the nearest one that fits.
 std::string formatDate(Date date);
 
 } // namespace bridge
