@@ -115,7 +115,10 @@ size_t graphemeCount(std::string_view text) {
 std::string sortKey(std::string_view text) {
     static const auto collator = [] {
         UErrorCode code = U_ZERO_ERROR;
-        std::unique_ptr<icu::Collator> made(icu::Collator::createInstance(icu::Locale::getDefault(), code));
+        // The C locale orders by code point, all capitals first. Nobody reads a list that way.
+        const auto& user = icu::Locale::getDefault();
+        const auto& locale = std::string_view(user.getVariant()) == "POSIX" ? icu::Locale::getRoot() : user;
+        std::unique_ptr<icu::Collator> made(icu::Collator::createInstance(locale, code));
         require(code, "Unicode collation");
         // Accents count, case does not.
         made->setStrength(icu::Collator::SECONDARY);
