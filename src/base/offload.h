@@ -23,9 +23,14 @@ template <typename T> struct OffloadState {
 
 } // namespace detail
 
-// `const auto answer = co_await offload(loop, worker, [copy = values] { return blockingCall(copy); });`
-// Runs the job on the worker and comes home to the loop with its result or its exception. `job` owns what it uses and
-// returns a value. If the waiting task is dropped meanwhile the job still finishes, and its answer goes nowhere.
+// Runs the job on the worker and comes home to the loop with its result or its exception:
+//
+//     auto call = offload(loop, worker, [copy = values] { return blockingCall(copy); });
+//     const auto answer = co_await call;
+//
+// Two statements: g++ 12 destroys a lambda that is written inside the awaiting one twice. `job` owns what it uses and
+// returns a value. If the waiting task is dropped meanwhile the job still finishes, and its answer goes nowhere. The
+// loop outlives the worker.
 template <typename Job> auto offload(EventLoop& loop, Worker& worker, Job job) {
     using Result = std::invoke_result_t<Job>;
     static_assert(!std::is_void_v<Result> && !std::is_reference_v<Result>);

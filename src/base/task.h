@@ -54,6 +54,8 @@ template <> struct TaskPromise<void> : TaskPromiseBase {
 // A piece of work that may wait. Lazy: it begins when it is awaited, or when a root starts it. Whoever holds the Task
 // owns the work; destroying it drops the whole chain below, and each awaiter withdraws whatever it had registered.
 // All of it runs on the loop's thread.
+//
+// Write no lambda and no braces inside an awaiting statement: g++ 12 destroys such a temporary twice. Name it first.
 template <typename T = void> class [[nodiscard]] Task {
 public:
     using promise_type = detail::TaskPromise<T>;
