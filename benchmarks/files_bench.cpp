@@ -71,7 +71,7 @@ int main() {
     MemoryUserDefaults defaults;
     PosixBookmarks bookmarks;
     MemoryFolderChooser chooser;
-    HomeTrash trash(trashFolder.path() + "/Trash");
+    HomeTrash trash(trashFolder.file("Trash"));
     FileDataBridge files(defaults, bookmarks, chooser, trash);
     const auto root = files.addFolder(folder.path())->id;
 
@@ -83,19 +83,18 @@ int main() {
                          files.writeText({root, "ours.txt", content, true});
                      }); }),
            "µs");
-    report(
-        "files.read_text of 1,000,000 bytes",
-        compare(
-            31,
-            [&] { return microseconds(10, [&] { require(readBare(folder.path() + "/ours.txt") == content.size()); }); },
-            [&] {
-                return microseconds(10, [&] {
-                    require(files.readText({root, "ours.txt", 1'000'000}).bytes == 1'000'000);
-                });
-            }),
-        "µs");
+    report("files.read_text of 1,000,000 bytes",
+           compare(
+               31,
+               [&] { return microseconds(10, [&] { require(readBare(folder.file("ours.txt")) == content.size()); }); },
+               [&] {
+                   return microseconds(10, [&] {
+                       require(files.readText({root, "ours.txt", 1'000'000}).bytes == 1'000'000);
+                   });
+               }),
+           "µs");
 
-    const auto many = folder.path() + "/many";
+    const auto many = folder.file("many");
     mkdir(many.c_str(), 0755);
     for (int index = 0; index < 10'000; ++index)
         close(open(fmt::format("{}/Document number {:05}.txt", many, index * 7919 % 10'000).c_str(),

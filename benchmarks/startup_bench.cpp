@@ -33,7 +33,7 @@ double millisecondsToListen(int port, const std::function<void()>& serve) {
 
 // From a new process to the first answer, what it holds in memory then, and how often it wakes with nothing to do.
 int main() {
-    constexpr int barePort = 32124;
+    static constexpr int barePort = 32124;
     const TemporaryFolder folder;
     const auto bridge = [&] { servePairedBridge(folder.path()); };
     report("start to the first answer",

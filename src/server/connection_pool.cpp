@@ -1,22 +1,30 @@
 #include "server/connection.h"
 
 #include <algorithm>
+#include <fcntl.h>
 #include <sys/resource.h>
 
 namespace bridge {
 
 namespace {
 
-// Descriptors that stay for everything but connections: files, stores, the loop's own.
-constexpr rlim_t reservedDescriptors = 64;
 constexpr rlim_t mostConnections = 4096;
 
+rlim_t openDescriptors(rlim_t limit) {
+    rlim_t count = 0;
+    for (rlim_t descriptor = 0; descriptor < limit; ++descriptor)
+        if (fcntl(static_cast<int>(descriptor), F_GETFD) != -1) ++count;
+    return count;
+}
+
+// What the system lets us open, less what is open already and a part for everything but connections: files and stores.
 size_t connectionLimit() {
     rlimit descriptors{};
     if (getrlimit(RLIMIT_NOFILE, &descriptors) != 0) return 256;
-    const rlim_t available = descriptors.rlim_cur > 2 * reservedDescriptors ? descriptors.rlim_cur - reservedDescriptors
-                                                                            : descriptors.rlim_cur / 2;
-    return static_cast<size_t>(std::clamp<rlim_t>(available, 1, mostConnections));
+    const rlim_t limit = std::min(descriptors.rlim_cur, 2 * mostConnections);
+    const rlim_t free = limit - std::min(limit, openDescriptors(limit));
+    const rlim_t reserved = std::min<rlim_t>(64, free / 4 + 4);
+    return static_cast<size_t>(std::clamp<rlim_t>(free - std::min(free, reserved), 1, mostConnections));
 }
 
 } // namespace

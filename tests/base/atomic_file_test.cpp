@@ -1,7 +1,7 @@
 #include "base/atomic_file.h"
 
 #include "base/platform_error.h"
-#include "temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 #include <csignal>
 #include <fcntl.h>

@@ -81,12 +81,12 @@ TEST(CapabilityPolicy, WholeGroupChangesAtOnceAndAlone) {
     MemoryUserDefaults defaults;
     BridgeCapabilityPolicy policy(defaults);
     policy.setEnabled(Capability::contactsRead, true);
-    const int before = defaults.changes;
+    const int before = defaults.timesSet();
     policy.setGroupEnabled(BridgeCapabilityGroup::files, true);
-    EXPECT_EQ(defaults.changes, before + 1);
+    EXPECT_EQ(defaults.timesSet(), before + 1);
     EXPECT_EQ(policy.enabledCapabilities().size(), 6u);
     policy.setGroupEnabled(BridgeCapabilityGroup::files, false);
-    EXPECT_EQ(defaults.changes, before + 2);
+    EXPECT_EQ(defaults.timesSet(), before + 2);
     EXPECT_THAT(policy.enabledCapabilities(), ElementsAre(Capability::contactsRead));
 }
 

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "app/bridge_model.h"
+#include "base/log.h"
+#include "tests/support/temporary_folder.h"
+
+#include <fcntl.h>
+#include <future>
+#include <thread>
+
+namespace bridge {
+
+// The whole bridge on embedded adapters, serving on its real port from a thread of its own: paired, every switch on,
+// one authorized folder.
+class RunningBridge {
+public:
+    static constexpr const char* credential = "credential-of-the-tests";
+
+    RunningBridge() {
+        std::promise<void> ready;
+        auto isReady = ready.get_future();
+        m_thread = std::thread([this, &ready] { serve(ready); });
+        isReady.get();
+    }
+    ~RunningBridge() {
+        m_loop->stop();
+        m_thread.join();
+    }
+    RunningBridge(const RunningBridge&) = delete;
+    RunningBridge& operator=(const RunningBridge&) = delete;
+
+    const std::string& rootID() const { return m_rootID; }
+    std::filesystem::path documents() const { return m_folder / "Documents"; }
+    std::filesystem::path trash() const { return m_folder / "Trash"; }
+
+    // Runs `action(model)` on the bridge's thread and waits for its result.
+    template <typename Action> auto onLoop(Action action) {
+        std::packaged_task<std::invoke_result_t<Action, BridgeModel&>()> task([&] { return action(*m_model); });
+        auto result = task.get_future();
+        m_loop->post([&] { task(); });
+        return result.get();
+    }
+    void enable(BridgeCapability capability, bool enabled) {
+        onLoop([=](BridgeModel& model) { model.capabilityPolicy.setEnabled(capability, enabled); });
+    }
+    void enableAll(bool enabled) {
+        onLoop([=](BridgeModel& model) {
+            for (const auto group : allCapabilityGroups)
+                model.capabilityPolicy.setGroupEnabled(group, enabled);
+        });
+    }
+    void unpair() {
+        onLoop([](BridgeModel& model) {
+            auto task = model.unpair();
+            task.start();
+            return task.done();
+        });
+    }
+
+private:
+    void serve(std::promise<void>& ready) {
+        try {
+            log::writeTo(open("/dev/null", O_WRONLY | O_CLOEXEC));
+            EventLoop loop;
+            auto platform = openEmbeddedPlatform(loop, m_folder.path());
+            const SecureItem item{std::string(BridgePairingStore::credentialService),
+                                  std::string(BridgePairingStore::credentialAccount)};
+            loop.runUntilDone(platform.secureStore->replace(item, credential));
+            BridgeCapabilityPolicy policy(*platform.defaults);
+            for (const auto group : allCapabilityGroups)
+                policy.setGroupEnabled(group, true);
+            BridgeModel model(loop, platform, policy);
+            std::filesystem::create_directory(documents());
+            m_rootID = model.files.addFolder(documents()).value().id;
+            loop.runUntilDone(model.start());
+            if (!std::holds_alternative<ServerListening>(model.httpServer.state.get()))
+                throw std::runtime_error(std::get<ServerFailed>(model.httpServer.state.get()).message);
+            m_loop = &loop;
+            m_model = &model;
+            ready.set_value();
+            loop.run();
+        } catch (...) {
+            ready.set_exception(std::current_exception());
+        }
+    }
+
+    TemporaryFolder m_folder;
+    std::string m_rootID;
+    EventLoop* m_loop = nullptr;
+    BridgeModel* m_model = nullptr;
+    std::thread m_thread;
+};
+
+} // namespace bridge
