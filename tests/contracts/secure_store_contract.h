@@ -1,5 +1,7 @@
 #pragma once
 
+// The tests of the contract stand here: one file of a program includes this and names its adapters.
+
 #include "base/event_loop.h"
 #include "platform/secure_store.h"
 
@@ -34,9 +36,11 @@ protected:
     }
     void TearDown() override { store.reset(); }
 
-    std::optional<std::string> read(const SecureItem& item) { return loop.runUntilDone(store->read(item)); }
-    void replace(const SecureItem& item, const std::string& secret) { loop.runUntilDone(store->replace(item, secret)); }
-    void remove(const SecureItem& item) { loop.runUntilDone(store->remove(item)); }
+    std::optional<std::string> read(const SecureItem& which) { return loop.runUntilDone(store->read(which)); }
+    void replace(const SecureItem& which, const std::string& secret) {
+        loop.runUntilDone(store->replace(which, secret));
+    }
+    void remove(const SecureItem& which) { loop.runUntilDone(store->remove(which)); }
     void restart() {
         store.reset();
         store = site->start(loop);

@@ -1,5 +1,7 @@
 #pragma once
 
+// The tests of the contract stand here: one file of a program includes this and names its adapters.
+
 #include "platform/user_defaults.h"
 
 #include <functional>

@@ -21,15 +21,16 @@ public:
 
     Task<std::optional<std::string>> read(SecureItem item) override {
         failIf(Call::read);
-        return m_real.read(std::move(item));
+        auto found = co_await m_real.read(std::move(item));
+        co_return found;
     }
     Task<> replace(SecureItem item, std::string secret) override {
         failIf(Call::replace);
-        return m_real.replace(std::move(item), std::move(secret));
+        co_await m_real.replace(std::move(item), std::move(secret));
     }
     Task<> remove(SecureItem item) override {
         failIf(Call::remove);
-        return m_real.remove(std::move(item));
+        co_await m_real.remove(std::move(item));
     }
     std::string description() const override { return m_real.description(); }
 
