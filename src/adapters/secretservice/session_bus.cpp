@@ -1,0 +1,46 @@
+#include "adapters/secretservice/session_bus.h"
+
+#include <string_view>
+
+namespace bridge {
+
+namespace {
+
+GLibPointer<GVariant> callBus(GDBusConnection* bus, const char* method, GVariant* arguments, const char* type,
+                              GCancellable* cancellable) {
+    constexpr int usualTimeout = -1;
+    return GLibPointer<GVariant>(g_dbus_connection_call_sync(
+        bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method, arguments,
+        G_VARIANT_TYPE(type), G_DBUS_CALL_FLAGS_NONE, usualTimeout, cancellable, nullptr));
+}
+
+} // namespace
+
+GObjectPointer<GDBusConnection> sessionBus(GCancellable* cancellable) {
+    // Without a bus GLib would launch one.
+    const GLibPointer<char> address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, cancellable, nullptr));
+    if (!address || std::string_view(address.get()).starts_with("autolaunch:")) return {};
+    GObjectPointer<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, cancellable, nullptr));
+    if (bus) g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+    return bus;
+}
+
+bool isNameServed(GDBusConnection* bus, const char* name, GCancellable* cancellable) {
+    gboolean owned = FALSE;
+    if (const auto answer = callBus(bus, "NameHasOwner", g_variant_new("(s)", name), "(b)", cancellable))
+        g_variant_get(answer.get(), "(b)", &owned);
+    if (owned) return true;
+
+    const auto answer = callBus(bus, "ListActivatableNames", nullptr, "(as)", cancellable);
+    if (!answer) return false;
+    const GLibPointer<GVariant> names(g_variant_get_child_value(answer.get(), 0));
+    const size_t count = g_variant_n_children(names.get());
+    for (size_t index = 0; index < count; ++index) {
+        const char* activatable = nullptr;
+        g_variant_get_child(names.get(), index, "&s", &activatable);
+        if (g_str_equal(activatable, name)) return true;
+    }
+    return false;
+}
+
+} // namespace bridge

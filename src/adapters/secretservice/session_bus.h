@@ -1,0 +1,14 @@
+#pragma once
+
+#include "adapters/secretservice/glib_pointer.h"
+
+namespace bridge {
+
+// The session bus when it is there, and only then: none is started. Losing it does not end the program. Empty when
+// there is none. Any thread.
+GObjectPointer<GDBusConnection> sessionBus(GCancellable* cancellable);
+
+// Whether somebody owns the name or the bus would start its owner when called.
+bool isNameServed(GDBusConnection* bus, const char* name, GCancellable* cancellable);
+
+} // namespace bridge
