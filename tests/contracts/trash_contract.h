@@ -3,7 +3,7 @@
 #include "base/file_descriptor.h"
 #include "base/platform_error.h"
 #include "platform/trash.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/read_trash.h"
 
 #include <algorithm>
 #include <fcntl.h>
@@ -15,12 +15,6 @@
 // What every adapter of Trash keeps. Instantiate TrashContract with a maker of the adapter and its surroundings.
 
 namespace bridge {
-
-// An item in the Trash: where its bytes are now, and the absolute path that it would be restored to.
-struct TrashedItem {
-    std::filesystem::path place;
-    std::string origin;
-};
 
 class TrashUnderTest {
 public:

@@ -1,10 +1,19 @@
 #pragma once
 
-#include "tests/contracts/trash_contract.h"
+#include "tests/support/temporary_folder.h"
 
+#include <iterator>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace bridge {
+
+// An item in the Trash: where its bytes are now, and the absolute path that it would be restored to.
+struct TrashedItem {
+    std::filesystem::path place;
+    std::string origin;
+};
 
 inline std::string percentDecoded(const std::string& text) {
     std::string bytes;

@@ -1,6 +1,6 @@
 #include "adapters/gio/gio_trash.h"
 #include "adapters/gio/mount_point.h"
-#include "tests/support/read_trash.h"
+#include "tests/contracts/trash_contract.h"
 #include "tests/support/second_volume.h"
 
 #include <sys/stat.h>

@@ -1,6 +1,6 @@
 #include "adapters/xdg/home_trash.h"
 #include "adapters/xdg/trash_folder.h"
-#include "tests/support/read_trash.h"
+#include "tests/contracts/trash_contract.h"
 #include "tests/support/without_system_call.h"
 
 #include <sys/stat.h>
