@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
-#include <poll.h>
 #include <string>
 #include <sys/socket.h>
 #include <thread>
@@ -204,10 +203,10 @@ TEST(EventLoopTurn, KnowsADueTimer) {
 TEST(EventLoopTurn, TimeToTheNextTimerRunsOutWithoutATurn) {
     EventLoop loop;
     Timer timer(loop);
-    timer.start(20ms, [] {});
-    while (loop.backendTimeout() != 0)
-        poll(nullptr, 0, 1);
-    SUCCEED();
+    timer.start(5ms, [] {});
+    while (loop.backendTimeout() != 0) {
+    }
+    EXPECT_TRUE(loop.turn());
 }
 
 TEST(EventLoopTurn, RunsTheActionsBeforeWaitingOnceAfterAllItsWork) {
