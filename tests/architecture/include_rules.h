@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+namespace bridge::architecture {
+
+// What the files of a folder may include besides the folder itself. The longest matching folder counts, so an adapter
+// with needs of its own is listed after the rule for all adapters. "*" is any room.
+struct Rule {
+    std::string_view folder;
+    std::vector<std::string_view> rooms;
+    std::vector<std::string_view> systems;
+};
+
+inline const std::vector<Rule> rules{
+    {"base", {}, {"standard", "posix", "fmt", "libuv", "icu", "simdjson"}},
+    // A port is written for every platform: not one outside system shows in it.
+    {"platform", {"base"}, {"standard"}},
+    {"policy", {"base", "platform"}, {"standard", "fmt"}},
+    {"bridges", {"base", "platform", "policy", "bridges/common"}, {"standard", "fmt"}},
+    // Confinement to a folder is done with the descriptors of POSIX, and on Linux with openat2.
+    {"bridges/files", {"base", "platform", "policy", "bridges/common"}, {"standard", "fmt", "posix", "linux"}},
+    {"server", {"base", "platform", "policy", "bridges"}, {"standard", "fmt", "posix", "libuv"}},
+    {"adapters", {"base", "platform"}, {"standard", "fmt", "posix"}},
+    {"adapters/curl", {"base", "platform"}, {"standard", "fmt", "posix", "curl"}},
+    // GIO knows the Trash of other volumes; the home Trash and its file format are those of the desktop standard.
+    {"adapters/gio", {"base", "platform", "adapters/xdg"}, {"standard", "fmt", "posix", "glib"}},
+    {"adapters/glib", {"base", "platform"}, {"standard", "fmt", "posix", "glib"}},
+    {"adapters/posix", {"base", "platform"}, {"standard", "fmt", "posix", "linux"}},
+    // libsecret's own interface is written in GLib's types.
+    {"adapters/secretservice", {"base", "platform"}, {"standard", "fmt", "posix", "glib", "libsecret"}},
+    // The wiring names every adapter, but speaks to their systems through them.
+    {"app", {"*"}, {"standard", "fmt", "posix", "libuv", "qt"}},
+};
+
+} // namespace bridge::architecture
