@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/bridge_model.h"
+#include "app/process.h"
 #include "base/log.h"
 #include "tests/support/temporary_folder.h"
 
@@ -60,6 +61,7 @@ public:
 private:
     void serve(std::promise<void>& ready) {
         try {
+            prepareProcess();
             log::writeTo(open("/dev/null", O_WRONLY | O_CLOEXEC));
             EventLoop loop;
             auto platform = openEmbeddedPlatform(loop, m_folder.path());

@@ -1,4 +1,3 @@
-#include "app/process.h"
 #include "tests/support/running_bridge.h"
 #include "tests/support/wire_client.h"
 
@@ -67,7 +66,6 @@ TEST(Connections, OpenOnesGoWithTheServer) {
 }
 
 TEST(Connections, AThousandHalfSentRequestsHarmNobody) {
-    prepareProcess(); // both ends of a thousand connections are in this process
     const RunningBridge bridge;
     std::vector<WireClient> clients(1000);
     for (size_t index = 0; index < clients.size(); ++index)
