@@ -35,17 +35,20 @@ FileDescriptor openFile(const FolderEntry& entry, const std::string& requested) 
     return file;
 }
 
+// The size is only where to begin: the file may be growing, and some say 0 and have content all the same.
 std::string readUpTo(const FileDescriptor& file, size_t most) {
-    std::string content;
     constexpr size_t step = 64 * 1024;
-    while (content.size() < most) {
-        const size_t had = content.size();
-        content.resize(std::min(had + step, most));
-        const ssize_t got = read(file.get(), content.data() + had, content.size() - had);
+    const auto expected = static_cast<size_t>(statusOf(file).st_size);
+    std::string content(std::min(expected + 1, most), '\0');
+    size_t filled = 0;
+    while (filled < most) {
+        if (filled == content.size()) content.resize(std::min(filled + step, most));
+        const ssize_t got = read(file.get(), content.data() + filled, content.size() - filled);
         if (got < 0 && errno != EINTR) throw PlatformError::fromErrno("The file could not be read", errno);
-        content.resize(had + static_cast<size_t>(std::max<ssize_t>(got, 0)));
         if (got == 0) break;
+        filled += static_cast<size_t>(std::max<ssize_t>(got, 0));
     }
+    content.resize(filled);
     return content;
 }
 
