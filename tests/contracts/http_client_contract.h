@@ -11,6 +11,8 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <ostream>
+#include <string>
 
 namespace bridge {
 
@@ -18,6 +20,10 @@ struct HTTPClientKind {
     std::string name;
     std::function<std::unique_ptr<HTTPClient>(EventLoop&)> make;
 };
+
+inline void PrintTo(const HTTPClientKind& kind, std::ostream* out) {
+    *out << kind.name;
+}
 
 inline std::string nameOf(const testing::TestParamInfo<HTTPClientKind>& info) {
     return info.param.name;

@@ -8,6 +8,8 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <ostream>
+#include <string>
 
 namespace bridge {
 
@@ -26,6 +28,10 @@ struct SecureStoreKind {
     std::string name;
     std::function<std::unique_ptr<SecureStoreSite>()> make;
 };
+
+inline void PrintTo(const SecureStoreKind& kind, std::ostream* out) {
+    *out << kind.name;
+}
 
 inline std::string nameOf(const testing::TestParamInfo<SecureStoreKind>& info) {
     return info.param.name;

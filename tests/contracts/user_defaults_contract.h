@@ -7,6 +7,8 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <ostream>
+#include <string>
 
 namespace bridge {
 
@@ -21,6 +23,10 @@ struct UserDefaultsKind {
     std::string name;
     std::function<std::unique_ptr<UserDefaultsSite>()> make;
 };
+
+inline void PrintTo(const UserDefaultsKind& kind, std::ostream* out) {
+    *out << kind.name;
+}
 
 inline std::string nameOf(const testing::TestParamInfo<UserDefaultsKind>& info) {
     return info.param.name;

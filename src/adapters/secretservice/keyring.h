@@ -30,7 +30,12 @@ private:
         OwnContext() { g_main_context_push_thread_default(m_context.get()); }
         OwnContext(const OwnContext&) = delete;
         OwnContext& operator=(const OwnContext&) = delete;
-        ~OwnContext() { g_main_context_pop_thread_default(m_context.get()); }
+        // Proxies that are gone leave something behind to be freed by the context.
+        ~OwnContext() {
+            while (g_main_context_iteration(m_context.get(), FALSE)) {
+            }
+            g_main_context_pop_thread_default(m_context.get());
+        }
 
     private:
         GLibPointer<GMainContext> m_context{g_main_context_new()};
