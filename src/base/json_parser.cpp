@@ -1,5 +1,6 @@
 #include "base/json_value.h"
 
+#include <algorithm>
 #include <simdjson.h>
 #include <utility>
 
@@ -17,6 +18,12 @@ template <typename T> T checked(simdjson::simdjson_result<T> result) {
     T value;
     if (const auto code = std::move(result).get(value)) refuse(code);
     return value;
+}
+
+std::string_view strip(std::string_view text) {
+    constexpr std::string_view space = " \t\r\n";
+    const size_t start = std::min(text.find_first_not_of(space), text.size());
+    return text.substr(start, text.find_last_not_of(space) + 1 - start);
 }
 
 // What is left of an array or object.
@@ -51,6 +58,9 @@ public:
         while (!m_open.empty())
             step();
         if (m_document.current_location().error() != simdjson::OUT_OF_BOUNDS) refuse(simdjson::TRAILING_CONTENT);
+        // simdjson 3.0 takes "falsex" for false where the whole text is that.
+        if (const auto* flag = root.boolean(); flag && strip(m_text) != (*flag ? "true" : "false"))
+            refuse(simdjson::INCORRECT_TYPE);
         return root;
     }
 

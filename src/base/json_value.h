@@ -38,8 +38,8 @@ public:
 constexpr size_t maximumJSONDepth = 512;
 
 // Reads one JSON text. It must be UTF-8 without a byte-order mark, its escapes must name whole characters (no lone
-// surrogate) and its numbers must fit a double. Where a name comes twice in an object, the last one counts.
-// Throws JSONError.
+// surrogate) and its numbers must fit a double, with an exponent of fewer than twenty digits. Where a name comes twice
+// in an object, the last one counts. Throws JSONError.
 JSONValue parseJSON(std::string_view text);
 
 } // namespace bridge
