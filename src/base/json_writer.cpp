@@ -79,6 +79,10 @@ void JSONWriter::quote(std::string_view text) {
 
 void JSONWriter::number(double value) {
     if (!std::isfinite(value)) throw JSONError("JSON has no way to write the number " + std::to_string(value) + ".");
+    constexpr double exactlyCounted = 9007199254740992.0; // 2^53
+    const bool isMinusZero = value == 0 && std::signbit(value);
+    if (std::trunc(value) == value && std::abs(value) <= exactlyCounted && !isMinusZero)
+        return integer(static_cast<int64_t>(value));
     separate();
     char digits[32];
     const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;

@@ -17,7 +17,8 @@ public:
     void name(std::string_view name);
 
     void string(std::string_view text);
-    // The shortest decimal text that reads back as the same number: 5, not 5.0. Throws JSONError for infinity and NaN.
+    // The shortest decimal text that reads back as the same number: 5, not 5.0. A whole number that a double counts
+    // exactly has no exponent: 500000, not 5e+05. Throws JSONError for infinity and NaN.
     void number(double value);
     void integer(int64_t value);
     void boolean(bool value);
