@@ -34,15 +34,47 @@ TEST(JSONReading, TakesScalarsAtTheTop) {
 }
 
 TEST(JSONReading, RefusesWhatIsNotOneWholeValue) {
-    for (const char* bad : {"",          " ",          "{",           "[1,",
-                            "[1,]",      "{\"a\":1,}", "{\"a\" 1}",   "{a:1}",
-                            "[1 2]",     "1 2",        "[] []",       "{} x",
-                            "tru",       "truee",      "nul",         "nulll",
-                            "01",        "1.",         ".5",          "+1",
-                            "-",         "1e",         "NaN",         "Infinity",
-                            "'a'",       "\"a",        "\"\x01\"",    "\"\\x\"",
-                            "\"\\u12\"", "[\"a\"",     "\"a\" \"b\"", "{\"a\":1}}",
-                            "[1]]",      "/*c*/1",     "\"a\\\"",     "\xEF\xBB\xBF{}"})
+    for (const char* bad : {"",
+                            " ",
+                            "{",
+                            "[1,",
+                            "[1,]",
+                            "{\"a\":1,}",
+                            "{\"a\" 1}",
+                            "{a:1}",
+                            "[1 2]",
+                            "1 2",
+                            "[] []",
+                            "{} x",
+                            "tru",
+                            "truee",
+                            "falsex",
+                            " falsex",
+                            "false1",
+                            "truex",
+                            "nullx",
+                            "nul",
+                            "nulll",
+                            "01",
+                            "1.",
+                            ".5",
+                            "+1",
+                            "-",
+                            "1e",
+                            "NaN",
+                            "Infinity",
+                            "'a'",
+                            "\"a",
+                            "\"\x01\"",
+                            "\"\\x\"",
+                            "\"\\u12\"",
+                            "[\"a\"",
+                            "\"a\" \"b\"",
+                            "{\"a\":1}}",
+                            "[1]]",
+                            "/*c*/1",
+                            "\"a\\\"",
+                            "\xEF\xBB\xBF{}"})
         EXPECT_THROW(parseJSON(bad), JSONError) << bad;
 }
 
@@ -57,6 +89,8 @@ TEST(JSONReading, TakesNumbersThatFitADoubleAndNoOthers) {
     EXPECT_EQ(parseJSON("123456789012345678901234567890"), number(123456789012345678901234567890.0));
     EXPECT_EQ(parseJSON("-9223372036854775808"), number(-9223372036854775808.0));
     EXPECT_EQ(parseJSON("1e-400"), number(0));
+    EXPECT_EQ(parseJSON("1e-0000000000000000007"), number(1e-7));
+    EXPECT_THROW(parseJSON("1e-00000000000000000007"), JSONError);
     EXPECT_THROW(parseJSON("1e400"), JSONError);
     EXPECT_THROW(parseJSON("[-1e400]"), JSONError);
     EXPECT_THROW(parseJSON(std::string(400, '9')), JSONError);
@@ -81,6 +115,20 @@ TEST(JSONReading, DepthIsBoundedWithoutRecursion) {
 TEST(JSONWriting, IsCompactSortedAndShort) {
     EXPECT_EQ(writeJSON(parseJSON(R"({ "b" : 5.0, "a" : [ 0.1, 1e21, -0.0, 100 ], "B" : null, "é":"" })")),
               R"({"B":null,"a":[0.1,1e+21,-0,100],"b":5,"é":""})");
+}
+
+TEST(JSONWriting, WholeNumbersHaveNoExponentWhileADoubleCountsThem) {
+    EXPECT_EQ(writeJSON({500000.0}), "500000");
+    EXPECT_EQ(writeJSON({-900.0}), "-900");
+    EXPECT_EQ(writeJSON({9007199254740992.0}), "9007199254740992");
+    EXPECT_EQ(writeJSON({0.0}), "0");
+    EXPECT_EQ(writeJSON({-0.0}), "-0");
+    EXPECT_EQ(writeJSON({1e18}), "1e+18");
+    EXPECT_EQ(writeJSON({0.00001}), "1e-05");
+}
+
+TEST(JSONWriting, NamesThatAreNotUTF8AreRepairedToo) {
+    EXPECT_EQ(writeJSON({JSONValue::Object{{"a\xff", JSONValue{1.0}}}}), "{\"a\xEF\xBF\xBD\":1}");
 }
 
 TEST(JSONWriting, EscapesOnlyWhatMustBe) {
