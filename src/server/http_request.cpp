@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace bridge {
@@ -75,6 +76,7 @@ HTTPRequestReader::State HTTPRequestReader::add(std::string_view bytes) {
             m_buffer = {};
             return State::incomplete;
         }
+        m_buffer.reserve(std::min(*m_bodyStart + m_bodyLength, maximumRequestBytes));
     }
     return m_buffer.size() - *m_bodyStart >= m_bodyLength ? State::complete : State::incomplete;
 }
