@@ -135,11 +135,17 @@ ConfinedPath resolveConfinedPath(const std::string& canonicalRoot, const std::st
 
     const auto root = splitPath(canonicalRoot);
     LinkResolver resolver(root, names);
-    if (!resolver.resolve()) throw AppleBridgeError::unsafePath(path);
-
     const auto& reached = resolver.reached();
-    if (reached.size() < root.size() || !std::equal(root.begin(), root.end(), reached.begin()))
-        throw AppleBridgeError::unsafePath(path);
+    const auto isOutside = [&] {
+        return reached.size() < root.size() || !std::equal(root.begin(), root.end(), reached.begin());
+    };
+    try {
+        if (!resolver.resolve() || isOutside()) throw AppleBridgeError::unsafePath(path);
+    } catch (const PlatformError&) {
+        // What stands in the way outside the root is nobody's business.
+        if (isOutside()) throw AppleBridgeError::unsafePath(path);
+        throw;
+    }
     if (!resolver.exists() && missing == PathMayBeMissing::no) throw AppleBridgeError::resourceNotFound(path);
     if (joinPath(reached).size() + 1 >= PATH_MAX)
         throw PlatformError::fromErrno("The path can't be used", ENAMETOOLONG);
