@@ -28,6 +28,7 @@ public:
         outcomeUnknown,
         invalidDateRange,
     };
+    static constexpr Case lastCase = Case::invalidDateRange;
 
     static AppleBridgeError permissionDenied(std::string_view service);
     static AppleBridgeError calendarNotFound(std::string_view identifier);

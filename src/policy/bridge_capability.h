@@ -132,5 +132,11 @@ inline std::string_view wireName(BridgeCapability capability) {
 inline std::optional<BridgeCapability> fromWireName(std::string_view name, std::type_identity<BridgeCapability>) {
     return fromRawValue<BridgeCapability>(name);
 }
+inline std::array<std::string_view, capabilityCount> wireNames(std::type_identity<BridgeCapability>) {
+    std::array<std::string_view, capabilityCount> names;
+    for (size_t index = 0; index < capabilityCount; ++index)
+        names[index] = rawValue(allCapabilities[index]);
+    return names;
+}
 
 } // namespace bridge

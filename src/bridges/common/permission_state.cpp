@@ -28,6 +28,10 @@ std::optional<State> fromWireName(std::string_view name, std::type_identity<Stat
     return static_cast<State>(found - names.begin());
 }
 
+std::span<const std::string_view> wireNames(std::type_identity<State>) {
+    return names;
+}
+
 State mapEventStatus(int status) {
     return lookUp({State::notDetermined, State::restricted, State::denied, State::fullAccess, State::writeOnly},
                   status);

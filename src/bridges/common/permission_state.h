@@ -3,6 +3,7 @@
 #include "platform/authorization.h"
 
 #include <optional>
+#include <span>
 #include <string_view>
 #include <type_traits>
 
@@ -22,6 +23,7 @@ enum class BridgePermissionState {
 
 std::string_view wireName(BridgePermissionState state);
 std::optional<BridgePermissionState> fromWireName(std::string_view name, std::type_identity<BridgePermissionState>);
+std::span<const std::string_view> wireNames(std::type_identity<BridgePermissionState>);
 
 // From the platform's number (see Authorization). A number that means nothing known is `unknown`, never `denied`.
 BridgePermissionState mapEventStatus(int status);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/record.h"
+#include "base/schema.h"
 
 namespace bridge {
 
@@ -20,6 +20,10 @@ template <> struct Codec<IWorkCellValue> {
         if (value.isNull()) return {nullptr};
         path.fail("Cell values must be text, numbers, booleans, or null.");
     }
+};
+
+template <> struct Schema<IWorkCellValue> {
+    static JSONValue describe(SchemaBook&) { return parseJSON(R"({"type":["string","number","boolean","null"]})"); }
 };
 
 struct IWorkDocumentRequest {
