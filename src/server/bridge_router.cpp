@@ -22,11 +22,11 @@ void requireConfirmation(const Operation& row, bool needed, const BridgeRequestE
 Task<BridgeResponse> BridgeRouter::response(ParsedHTTPRequest request) {
     const Responder responder(std::nullopt, m_clock);
     if (!m_pairing.isPaired())
-        co_return named("unpaired", responder.error(401, "pairing_required",
+        co_return named("unpaired", responder.error(serverErrors::pairingRequired,
                                                     "Pair Brindlefox Apple Bridge with Agent Server first."));
     if (!m_pairing.authorizes(request.header("authorization")))
-        co_return named("unauthorized",
-                        responder.error(401, "unauthorized", "The Agent Server credential is missing or invalid."));
+        co_return named("unauthorized", responder.error(serverErrors::unauthorized,
+                                                        "The Agent Server credential is missing or invalid."));
 
     if (request.method == "GET" && request.path == "/health")
         co_return named("health", responder.success(std::get<const BridgeStatus&>(m_bridges).health()));
@@ -34,7 +34,7 @@ Task<BridgeResponse> BridgeRouter::response(ParsedHTTPRequest request) {
         auto answer = co_await execute(std::move(request.body));
         co_return answer;
     }
-    co_return named("not-found", responder.error(404, "not_found", "Unknown bridge endpoint."));
+    co_return named("not-found", responder.error(serverErrors::notFound, "Unknown bridge endpoint."));
 }
 
 Task<BridgeResponse> BridgeRouter::execute(std::string body) {
@@ -43,7 +43,8 @@ Task<BridgeResponse> BridgeRouter::execute(std::string body) {
     try {
         envelope = decode<BridgeRequestEnvelope>(parseJSON(body));
     } catch (const std::runtime_error& error) {
-        co_return named("invalid-json", Responder(std::nullopt, m_clock).error(400, "invalid_json", error.what()));
+        co_return named("invalid-json",
+                        Responder(std::nullopt, m_clock).error(serverErrors::invalidJSON, error.what()));
     }
 
     const Responder responder(envelope.requestId, m_clock);

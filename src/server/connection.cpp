@@ -45,7 +45,7 @@ void Connection::giveUp() {
     if (m_phase == Phase::receiving) {
         auto response =
             Responder(std::nullopt, m_pool->clock())
-                .error(400, "bad_request", "The bridge has too many unfinished requests; this one was given up.");
+                .error(serverErrors::badRequest, "The bridge has too many unfinished requests; this one was given up.");
         auto head = responseHead(response);
         const uv_buf_t parts[] = {buffer(head), buffer(response.body)};
         uv_try_write(stream(m_socket), parts, 2);
@@ -98,7 +98,7 @@ void Connection::requestGrew(std::string_view bytes) {
 
     uv_read_stop(stream(m_socket));
     if (state == HTTPRequestReader::State::tooLarge) {
-        send(Responder(std::nullopt, m_pool->clock()).error(413, "request_too_large", "Request exceeds 1 MB."));
+        send(Responder(std::nullopt, m_pool->clock()).error(serverErrors::requestTooLarge, "Request exceeds 1 MB."));
         return;
     }
     m_peerMaySendMore = !m_reader.endsExactly();
@@ -112,7 +112,7 @@ void Connection::ended(ssize_t code) {
     uv_read_stop(stream(m_socket));
     m_peerMaySendMore = false;
     const auto* problem = code == UV_EOF ? "Incomplete HTTP request." : uv_strerror(static_cast<int>(code));
-    send(Responder(std::nullopt, m_pool->clock()).error(400, "bad_request", problem));
+    send(Responder(std::nullopt, m_pool->clock()).error(serverErrors::badRequest, problem));
 }
 
 Task<> Connection::answer(ParsedHTTPRequest request) {

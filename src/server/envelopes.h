@@ -4,6 +4,7 @@
 #include "base/record.h"
 #include "platform/clock.h"
 #include "server/bridge_response.h"
+#include "server/wire_errors.h"
 
 #include <exception>
 
@@ -60,11 +61,6 @@ struct BridgeErrorEnvelope {
 };
 static_assert(listsEveryMember<BridgeErrorEnvelope>());
 
-// The one place where an error becomes a code and a status. An error that is not the bridge's own has none here and is
-// "internal_error", 500.
-std::string_view errorCode(const AppleBridgeError* error);
-int errorStatus(const AppleBridgeError* error);
-
 // Wraps what a request came to. Building an answer never fails: a result that JSON can't say becomes "encoding_error".
 // `requestId` is the caller's, where one was understood; it and `clock` are borrowed for the call.
 class Responder {
@@ -76,10 +72,10 @@ public:
         try {
             return {200, encodeJSON(BridgeSuccessEnvelope<T>{m_requestId, std::move(result), m_clock.now()}), {}};
         } catch (const JSONError& failure) {
-            return error(500, "encoding_error", failure.what());
+            return error(serverErrors::encodingError, failure.what());
         }
     }
-    BridgeResponse error(int status, std::string_view code, std::string_view message) const;
+    BridgeResponse error(const WireError& error, std::string_view message) const;
     // For whatever was thrown.
     BridgeResponse failure(const std::exception_ptr& thrown) const;
 

@@ -32,7 +32,7 @@ TEST(SuccessEnvelope, ResultThatJSONCannotSayIsAnEncodingError) {
 }
 
 TEST(ErrorEnvelope, HasCodeBeforeMessage) {
-    const auto response = Responder(std::nullopt, clock).error(413, "request_too_large", "Request exceeds 1 MB.");
+    const auto response = Responder(std::nullopt, clock).error(serverErrors::requestTooLarge, "Request exceeds 1 MB.");
     EXPECT_EQ(response.status, 413);
     EXPECT_EQ(
         response.body,
@@ -40,7 +40,7 @@ TEST(ErrorEnvelope, HasCodeBeforeMessage) {
 }
 
 TEST(ErrorEnvelope, SurvivesAMessageThatIsNotUTF8) {
-    const auto response = Responder("\xff", clock).error(500, "internal_error", "caf\xe9");
+    const auto response = Responder("\xff", clock).error(serverErrors::internalError, "caf\xe9");
     EXPECT_EQ(response.body, "{\"completedAt\":\"2026-08-14T11:28:41Z\",\"error\":{\"code\":\"internal_error\","
                              "\"message\":\"caf\xEF\xBF\xBD\"},\"requestId\":\"\xEF\xBF\xBD\"}");
 }
