@@ -7,6 +7,9 @@ namespace bridge {
 
 namespace {
 
+constexpr std::array toExport{BridgeCapability::pagesExport, BridgeCapability::numbersExport,
+                              BridgeCapability::keynoteExport};
+
 // Each application has an export switch of its own.
 BridgeCapability capabilityToExport(const IWorkExportRequest& request) {
     const auto application = lowercase(request.application);
@@ -23,7 +26,7 @@ constexpr std::array rows{
     later<CreateNumbersSpreadsheetRequest>("iwork.numbers.create", BridgeCapability::numbersCreate),
     later<WriteNumbersRangeRequest>("iwork.numbers.write_range", BridgeCapability::numbersUpdate),
     later<CreateKeynotePresentationRequest>("iwork.keynote.create", BridgeCapability::keynoteCreate),
-    laterBy<IWorkExportRequest, &capabilityToExport>("iwork.export"),
+    laterBy<IWorkExportRequest, &capabilityToExport>("iwork.export", toExport),
 };
 static_assert(wellFormed(rows));
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/schema.h"
 #include "base/task.h"
 #include "policy/bridge_capability.h"
 #include "server/envelopes.h"
@@ -33,9 +34,14 @@ public:
 // All there is to know about one operation of the wire. The rows stand in one file for each bridge.
 struct Operation {
     std::string_view name;
-    std::optional<BridgeCapability> capability; // none, or known only from the request
+    std::optional<BridgeCapability> capability;              // none, or known only from the request
+    std::span<const BridgeCapability> dependentCapabilities; // then these are the ones it may be
     Confirm confirm;
     std::unique_ptr<PreparedOperation> (*prepare)(const Operation& row, const std::optional<JSONValue>& payload);
+    JSONValue (*payloadSchema)(SchemaBook&); // null where the payload is ignored
+    JSONValue (*resultSchema)(SchemaBook&);  // null where the bridge is still to come
+
+    bool isStillToCome() const { return !resultSchema; }
 };
 
 // Every operation. They are alive as long as the program.

@@ -49,14 +49,12 @@ template <typename B, typename R> struct CallShape<R (B::*)() const> {
     using Result = ResultOf<R>;
 };
 
-template <typename T, typename... Each>
-constexpr bool holds(const std::tuple<Each...>*) {
+template <typename T, typename... Each> constexpr bool holds(const std::tuple<Each...>*) {
     return (std::same_as<T, Each> || ...);
 }
 
 // The bridge of this type, const where the set holds it so.
-template <typename Bridge>
-auto& bridgeOf(const BridgeSet& bridges) {
+template <typename Bridge> auto& bridgeOf(const BridgeSet& bridges) {
     if constexpr (holds<Bridge&>(static_cast<const BridgeSet*>(nullptr)))
         return std::get<Bridge&>(bridges);
     else
@@ -165,37 +163,84 @@ template <auto member> struct DeletionResult {
     static BridgeDeleteResult result(const auto& request) { return {true, request.*member}; }
 };
 
+template <typename T> JSONValue describe(SchemaBook& book) {
+    return book.describe<T>();
+}
+
+using Describe = JSONValue (*)(SchemaBook&);
+
+template <typename Request> consteval Describe describeRequest() {
+    if constexpr (std::same_as<Request, NoRequest>)
+        return nullptr;
+    else
+        return &describe<Request>;
+}
+
+// Of what the call answers; where that is nothing, of what `Wrap` makes of the request.
+template <auto call, typename Wrap> consteval Describe describeResult() {
+    using Shape = CallShape<decltype(call)>;
+    if constexpr (std::is_void_v<typename Shape::Result::Type>)
+        return &describe<decltype(Wrap::result(std::declval<const typename Shape::Request&>()))>;
+    else
+        return &describe<typename Shape::Result::Type>;
+}
+
+// What every row of a bridge that is there has in common.
 template <auto call, auto capabilityOf, typename Wrap>
-constexpr auto preparing =
-    &prepare<PreparedCall<call, capabilityOf, Wrap>, typename CallShape<decltype(call)>::Request>;
+consteval Operation callRow(std::string_view name, std::optional<BridgeCapability> capability,
+                            std::span<const BridgeCapability> dependentCapabilities, Confirm confirm) {
+    using Request = typename CallShape<decltype(call)>::Request;
+    return {name,
+            capability,
+            dependentCapabilities,
+            confirm,
+            &prepare<PreparedCall<call, capabilityOf, Wrap>, Request>,
+            describeRequest<Request>(),
+            describeResult<call, Wrap>()};
+}
 
 } // namespace detail
 
 template <auto call>
 consteval Operation operation(std::string_view name, std::optional<BridgeCapability> capability,
                               Confirm confirm = Confirm::never) {
-    return {name, capability, confirm, detail::preparing<call, detail::FixedCapability{}, detail::NoWrap>};
+    return detail::callRow<call, detail::FixedCapability{}, detail::NoWrap>(name, capability, {}, confirm);
 }
 
-// For an operation whose switch depends on the request: capabilityOf(request) or capabilityOf(bridges, request).
+// For an operation whose switch depends on the request: capabilityOf(request) or capabilityOf(bridges, request), which
+// answers with one of `capabilities`.
 template <auto call, auto capabilityOf>
-consteval Operation operation(std::string_view name, Confirm confirm = Confirm::never) {
-    return {name, std::nullopt, confirm, detail::preparing<call, capabilityOf, detail::NoWrap>};
+consteval Operation operation(std::string_view name, std::span<const BridgeCapability> capabilities,
+                              Confirm confirm = Confirm::never) {
+    return detail::callRow<call, capabilityOf, detail::NoWrap>(name, std::nullopt, capabilities, confirm);
 }
 
 // Always confirmed; answers with the identifier that `member` of the request holds.
 template <auto call, auto member> consteval Operation deletion(std::string_view name, BridgeCapability capability) {
-    return {name, capability, Confirm::always,
-            detail::preparing<call, detail::FixedCapability{}, detail::DeletionResult<member>>};
+    return detail::callRow<call, detail::FixedCapability{}, detail::DeletionResult<member>>(name, capability, {},
+                                                                                            Confirm::always);
 }
 
 // A row whose bridge is still to come.
 template <typename Request = detail::NoRequest>
 consteval Operation later(std::string_view name, BridgeCapability capability, Confirm confirm = Confirm::never) {
-    return {name, capability, confirm, &detail::prepareForLater<Request, detail::FixedCapability{}>};
+    return {name,
+            capability,
+            {},
+            confirm,
+            &detail::prepareForLater<Request, detail::FixedCapability{}>,
+            detail::describeRequest<Request>(),
+            nullptr};
 }
-template <typename Request, auto capabilityOf> consteval Operation laterBy(std::string_view name) {
-    return {name, std::nullopt, Confirm::never, &detail::prepareForLater<Request, capabilityOf>};
+template <typename Request, auto capabilityOf>
+consteval Operation laterBy(std::string_view name, std::span<const BridgeCapability> capabilities) {
+    return {name,
+            std::nullopt,
+            capabilities,
+            Confirm::never,
+            &detail::prepareForLater<Request, capabilityOf>,
+            detail::describeRequest<Request>(),
+            nullptr};
 }
 
 // For the static_assert below each table.
