@@ -3,7 +3,9 @@
 #include "base/log.h"
 #include "base/record.h"
 
+#include <algorithm>
 #include <array>
+#include <climits>
 
 namespace bridge {
 
@@ -22,7 +24,9 @@ std::map<PrivacyService, std::optional<int>> readAnswers(const std::string& text
         const auto found = stored.find(std::string(names[index]));
         if (found == stored.end()) continue;
         std::optional<int> status;
-        if (!found->second.isNull()) status = static_cast<int>(decode<int64_t>(found->second));
+        // Clamped: cut off, a number without meaning could turn into one that grants.
+        if (!found->second.isNull())
+            status = static_cast<int>(std::clamp<int64_t>(decode<int64_t>(found->second), INT_MIN, INT_MAX));
         answers.emplace(static_cast<PrivacyService>(index), status);
     }
     return answers;
