@@ -5,10 +5,19 @@
 #include "tools/agent_server/stand_in_agent_server.h"
 
 #include <stdlib.h>
+#include <sys/stat.h>
 
 namespace bridge::playground {
 
 namespace {
+
+void makeFoldersForTheUserAlone(const std::filesystem::path& folder) {
+    const auto former = umask(077);
+    std::error_code failure;
+    std::filesystem::create_directories(folder, failure);
+    umask(former);
+    if (failure) throw std::filesystem::filesystem_error("The profile could not be made", folder, failure);
+}
 
 std::optional<int> statusMeaning(PrivacyService service, BridgePermissionState state) {
     constexpr int nothingKnown = 99;
@@ -38,7 +47,7 @@ void pair(EventLoop& loop, BridgeModel& model) {
 Profile::Profile(const std::optional<std::string>& keptFolder) : m_isKept(keptFolder.has_value()) {
     if (m_isKept) {
         m_folder = std::filesystem::absolute(*keptFolder).lexically_normal();
-        std::filesystem::create_directories(m_folder);
+        makeFoldersForTheUserAlone(m_folder);
         m_folder = std::filesystem::canonical(m_folder);
     } else {
         auto pattern = (std::filesystem::temp_directory_path() / "brindlefox-try-XXXXXX").string();
