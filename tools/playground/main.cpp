@@ -91,7 +91,7 @@ int main(int count, char** words) {
         }
         return run(options);
     } catch (const UsageError& error) {
-        std::fprintf(stderr, "%s\n", error.what());
+        std::fprintf(stderr, "%s\n\n%s", error.what(), usage);
         return 2;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "The bridge could not be tried: %s\n", error.what());

@@ -39,31 +39,52 @@ Choice readCapabilities(const std::string& word) {
     return choice;
 }
 
-PrivacyService readService(const std::string& name) {
-    const std::vector<std::string> names{"calendar", "reminders", "contacts", "music", "location"};
-    const auto found = std::find(names.begin(), names.end(), name);
-    if (found == names.end())
+struct Service {
+    PrivacyService service;
+    std::string_view name;
+};
+constexpr Service services[] = {{PrivacyService::calendar, "calendar"},
+                                {PrivacyService::reminders, "reminders"},
+                                {PrivacyService::contacts, "contacts"},
+                                {PrivacyService::music, "music"},
+                                {PrivacyService::location, "location"}};
+
+const Service& readService(const std::string& name) {
+    const auto* const found = std::ranges::find(services, name, &Service::name);
+    if (found == std::end(services))
         throw UsageError("\"" + name + "\" is no service; they are calendar, reminders, contacts, music and location.");
-    return static_cast<PrivacyService>(found - names.begin());
+    return *found;
+}
+
+// The number that this state is made from.
+std::optional<int> statusOf(const Service& service, BridgePermissionState state) {
+    constexpr int nothingKnown = 99;
+    if (state == BridgePermissionState::unavailable) return std::nullopt;
+    for (const int status : {0, 1, 2, 3, 4, nothingKnown})
+        if (mapStatus(service.service, status) == state) return status;
+    throw UsageError("The permission of " + std::string(service.name) + " is never \"" + std::string(wireName(state)) +
+                     "\".");
 }
 
 void addPermission(Options& options, const std::string& word) {
     const auto equals = word.find('=');
     if (equals == std::string::npos) throw UsageError("--permission takes SERVICE=STATE, not \"" + word + "\".");
-    const auto service = readService(word.substr(0, equals));
+    const auto& service = readService(word.substr(0, equals));
     const auto state = fromWireName(word.substr(equals + 1), std::type_identity<BridgePermissionState>());
-    if (!state) throw UsageError("\"" + word.substr(equals + 1) + "\" is no permission state; see --help.");
-    options.permissions.insert_or_assign(service, *state);
+    if (!state) throw UsageError("\"" + word.substr(equals + 1) + "\" is no permission state.");
+    options.permissions[service.service] = statusOf(service, *state);
 }
 
 } // namespace
 
 Options readOptions(const std::vector<std::string>& words) {
     Options options;
+    for (const auto& service : services)
+        options.permissions[service.service] = statusOf(service, BridgePermissionState::fullAccess);
     for (size_t index = 0; index < words.size(); ++index) {
         const auto& word = words[index];
         const auto value = [&]() -> const std::string& {
-            if (++index == words.size()) throw UsageError(word + " needs a value; see --help.");
+            if (++index == words.size()) throw UsageError(word + " needs a value.");
             return words[index];
         };
         if (word == "--help" || word == "-h")
@@ -83,7 +104,7 @@ Options readOptions(const std::vector<std::string>& words) {
         else if (word == "--permission")
             addPermission(options, value());
         else
-            throw UsageError("There is no option " + word + "; see --help.");
+            throw UsageError("There is no option \"" + word + "\".");
     }
     return options;
 }

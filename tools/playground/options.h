@@ -25,7 +25,8 @@ struct Options {
     Choice capabilities;
     Choice calendars;
     Choice reminderLists;
-    std::map<PrivacyService, BridgePermissionState> permissions;
+    // Every service's status as its platform numbers it; nothing where the service is not to exist.
+    std::map<PrivacyService, std::optional<int>> permissions;
     bool unpaired = false;
 };
 
@@ -35,6 +36,7 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// Throws UsageError.
 Options readOptions(const std::vector<std::string>& words);
 extern const char* const usage;
 

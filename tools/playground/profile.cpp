@@ -19,14 +19,6 @@ void makeFoldersForTheUserAlone(const std::filesystem::path& folder) {
     if (failure) throw std::filesystem::filesystem_error("The profile could not be made", folder, failure);
 }
 
-std::optional<int> statusMeaning(PrivacyService service, BridgePermissionState state) {
-    constexpr int nothingKnown = 99;
-    if (state == BridgePermissionState::unavailable) return std::nullopt;
-    for (const int status : {0, 1, 2, 3, 4, nothingKnown})
-        if (mapStatus(service, status) == state) return status;
-    throw UsageError("This service is never \"" + std::string(wireName(state)) + "\".");
-}
-
 void choose(BridgeCapabilityPolicy& policy, const Choice& choice) {
     if (choice.kind == Choice::Kind::keep) return;
     for (const auto group : allCapabilityGroups)
@@ -63,12 +55,8 @@ Profile::~Profile() {
 
 void answerForTheUser(const Options& options, const std::filesystem::path& folder) {
     ConsentFile consent(folder / profile::consent);
-    for (const auto service : {PrivacyService::calendar, PrivacyService::reminders, PrivacyService::contacts,
-                               PrivacyService::music, PrivacyService::location}) {
-        const auto asked = options.permissions.find(service);
-        const auto state = asked == options.permissions.end() ? BridgePermissionState::fullAccess : asked->second;
-        consent.setStatus(service, statusMeaning(service, state));
-    }
+    for (const auto& [service, status] : options.permissions)
+        consent.setStatus(service, status);
 }
 
 std::string prepare(EventLoop& loop, BridgeModel& model, const Options& options, const std::filesystem::path& folder) {

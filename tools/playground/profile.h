@@ -22,8 +22,7 @@ private:
     bool m_isKept;
 };
 
-// Stores the answers for --permission; to be done before the platform is opened. Throws UsageError for a state that a
-// service does not know.
+// Stores the answers for --permission; to be done before the platform is opened.
 void answerForTheUser(const Options& options, const std::filesystem::path& folder);
 
 // Does in the model what the options say that the user has done: switches, sample folder, pairing. The bridge serves.
