@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <cstdint>
 #include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -48,14 +49,17 @@ public:
     bool exists() const { return m_exists; }
 
 private:
+    static constexpr size_t unlimited = SIZE_MAX;
+
     bool step(const std::string& name) {
         if (name == ".") return true;
         if (name == "..") { // out of a link; the names reached are free of links
             if (!m_reached.empty()) m_reached.pop_back();
             return true;
         }
+        const bool belowMissing = m_reached.size() > m_present;
         m_reached.push_back(name);
-        if (!m_exists) return true;
+        if (belowMissing) return true;
 
         const std::string path = "/" + joinPath(m_reached);
         struct stat status;
@@ -63,8 +67,10 @@ private:
             if (path.size() < PATH_MAX && !isMissing(errno))
                 throw PlatformError::fromErrno("The path could not be examined", errno);
             m_exists = false;
+            m_present = m_reached.size() - 1;
             return true;
         }
+        m_present = unlimited;
         return !S_ISLNK(status.st_mode) || follow(path);
     }
 
@@ -85,7 +91,10 @@ private:
 
     std::vector<std::string> m_reached;
     std::vector<std::string> m_pending; // the next one last
-    bool m_exists = true;
+    // How many of the names reached are there. A link can lead through something missing and up again, to places that
+    // have to be looked at again.
+    size_t m_present = unlimited;
+    bool m_exists = true; // the whole way so far
     int m_links = 0;
 };
 

@@ -107,6 +107,17 @@ TEST_F(PathConfinement, FollowsADanglingLinkInside) {
     EXPECT_EQ(failure("link", PathMayBeMissing::no), "Resource not found: link");
 }
 
+TEST_F(PathConfinement, LooksAgainAfterALinkCameBackFromSomethingMissing) {
+    link("../outside", "out");
+    link("missing/../out", "ghost");
+    link("missing/deep/../../out/deep", "deeperGhost");
+    link("missing/../a/gone/../b", "honest");
+    for (const auto* path : {"ghost", "ghost/new", "deeperGhost"})
+        EXPECT_EQ(failure(path), std::string("Path is outside the authorized roots: ") + path);
+    EXPECT_EQ(resolve("honest", PathMayBeMissing::yes), "a/b");
+    EXPECT_EQ(failure("honest", PathMayBeMissing::no), "Resource not found: honest");
+}
+
 TEST_F(PathConfinement, RefusesLinksThatGoRoundInCircles) {
     link("second", "first");
     link("first", "second");
