@@ -1,0 +1,1 @@
+{"requestId":"r","operation":"files.move","payload":{"rootID":"root","sourcePath":"Welcome.txt","destinationPath":"Notes/Welcome.txt","overwrite":false}}

@@ -1,0 +1,179 @@
+#include "adapters/posix/posix_bookmarks.h"
+#include "adapters/xdg/home_trash.h"
+#include "base/event_loop.h"
+#include "bridges/files/file_data_bridge.h"
+#include "platform/application_info.h"
+#include "platform/authorization.h"
+#include "policy/bridge_capability_policy.h"
+#include "policy/bridge_pairing_store.h"
+#include "server/bridge_router.h"
+#include "server/permission_snapshot.h"
+#include "tests/fakes/memory_folder_chooser.h"
+#include "tests/fakes/memory_secure_store.h"
+#include "tests/fakes/memory_user_defaults.h"
+#include "tests/fakes/scripted_http_client.h"
+#include "tests/fuzz/fuzz.h"
+#include "tests/support/temporary_folder.h"
+
+#include <algorithm>
+#include <array>
+
+namespace bridge {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class Granted : public Authorization {
+public:
+    std::optional<int> status(PrivacyService) const override { return 3; }
+};
+
+class NoVersion : public ApplicationInfo {
+public:
+    std::optional<std::string> shortVersion() const override { return std::nullopt; }
+};
+
+class StandingClock : public Clock {
+public:
+    Date now() const override { return {1786706921}; }
+    std::chrono::milliseconds uptime() const override { return {}; }
+};
+
+// One authorized folder with the id "root", beside a file that no request may touch.
+class Folders {
+public:
+    Folders() { reset(); }
+
+    // The folder itself stays: another one in its place would no longer be the authorized one.
+    void reset() {
+        fs::remove_all(trash);
+        fs::create_directories(root);
+        const std::vector<fs::path> items(fs::directory_iterator(root), {});
+        for (const auto& item : items)
+            fs::remove_all(item);
+        fs::create_directory(root / "Notes");
+        putFile(root / "Welcome.txt", "Grüße\n");
+        putFile(root / "Notes/Ideas.txt", "Paint the shed.\n");
+        putFile(outside, "secret");
+        fs::create_symlink("../outside.txt", root / "out");
+        fs::create_symlink("..", root / "up");
+        fs::create_symlink("Notes", root / "in");
+        fs::create_symlink("missing/../up", root / "ghost");
+    }
+    void mustHaveKeptTheOutside() const {
+        must(getFile(outside) == "secret");
+        for (const auto& entry : fs::directory_iterator(m_folder.path()))
+            must(entry.path() == root || entry.path() == outside || entry.path() == trash);
+    }
+
+private:
+    TemporaryFolder m_folder;
+
+public:
+    const fs::path root = m_folder / "Documents";
+    const fs::path outside = m_folder / "outside.txt";
+    const fs::path trash = m_folder / "Trash";
+};
+
+// The bridge behind its router: paired, every switch on.
+class Bridge {
+public:
+    Bridge() {
+        const SecureItem item{std::string(BridgePairingStore::credentialService),
+                              std::string(BridgePairingStore::credentialAccount)};
+        m_loop.runUntilDone(m_secrets.replace(item, "credential"));
+        m_loop.runUntilDone(m_pairing.load());
+        for (const auto group : allCapabilityGroups)
+            m_policy.setGroupEnabled(group, true);
+        must(m_files.roots.get().size() == 1);
+    }
+
+    BridgeResponse execute(std::string_view body) {
+        ParsedHTTPRequest request;
+        request.method = "POST";
+        request.path = "/v1/execute";
+        request.headers = {{"authorization", "Bearer credential"}};
+        request.body = body;
+        return m_loop.runUntilDone(m_router.response(std::move(request)));
+    }
+
+    Folders folders;
+
+private:
+    static MemoryUserDefaults defaultsWith(const fs::path& root, Bookmarks& bookmarks) {
+        MemoryUserDefaults defaults;
+        const std::vector<StoredFileRoot> stored{{"root", "Documents", {bookmarks.create(root)}}};
+        defaults.setData("authorizedFileRoots.v1", encodeJSON(stored));
+        return defaults;
+    }
+
+    EventLoop m_loop;
+    PosixBookmarks m_bookmarks;
+    MemoryUserDefaults m_defaults = defaultsWith(folders.root, m_bookmarks);
+    MemorySecureStore m_secrets;
+    MemoryFolderChooser m_chooser;
+    ScriptedHTTPClient m_client;
+    HomeTrash m_trash{folders.trash};
+    Granted m_authorization;
+    NoVersion m_application;
+    StandingClock m_clock;
+    BridgeCapabilityPolicy m_policy{m_defaults};
+    BridgePairingStore m_pairing{m_defaults, m_secrets, m_client};
+    FileDataBridge m_files{m_defaults, m_bookmarks, m_chooser, m_trash};
+    BridgeStatus m_status{m_authorization, m_application, m_policy, m_files};
+    BridgeRouter m_router{BridgeSet(m_status, m_files), m_policy, m_pairing, m_clock};
+};
+
+// What the bridge may answer to whoever is paired and has everything switched on.
+constexpr std::array<std::string_view, 16> codes{
+    "invalid_json",       "unsupported_operation", "malformed_request",      "confirmation_required",
+    "permission_denied",  "calendar_not_found",    "event_not_found",        "list_not_found",
+    "reminder_not_found", "resource_not_found",    "resource_access_denied", "capability_unavailable",
+    "unsafe_path",        "operation_failed",      "outcome_unknown",        "invalid_date_range"};
+
+void mustBeAnError(int status, const JSONValue& error) {
+    must(error.object() && error.object()->size() == 2);
+    const auto code = *error.object()->at("code").string();
+    must(!error.object()->at("message").string()->empty());
+    const bool denied = code == "permission_denied" || code == "resource_access_denied";
+    const bool failed = code == "internal_error" || code == "encoding_error";
+    must(status == (denied ? 403 : failed ? 500 : 400));
+    must(failed || std::ranges::find(codes, code) != codes.end());
+}
+
+// The caller's own id, when the body is an envelope that was understood.
+std::optional<std::string> requestIdOf(std::string_view body) {
+    try {
+        return decode<BridgeRequestEnvelope>(parseJSON(body)).requestId;
+    } catch (const std::runtime_error&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+void fuzz(std::string_view input) {
+    static Bridge bridge;
+    const auto response = bridge.execute(input);
+    const auto answer = parseJSON(response.body);
+    const auto& members = *answer.object();
+    must(!response.logName.empty());
+
+    const auto id = members.find("requestId");
+    const auto expected = requestIdOf(input);
+    must(expected ? id != members.end() && *id->second.string() == *expected : id == members.end());
+    must(*members.at("completedAt").string() == "2026-08-14T11:28:41Z");
+    must(members.size() == (expected ? 3 : 2));
+    if (response.status == 200)
+        must(members.contains("result"));
+    else
+        mustBeAnError(response.status, members.at("error"));
+
+    // Also a refused request may have come half-way; but only those of files change anything.
+    if (!response.logName.starts_with("files.")) return;
+    bridge.folders.mustHaveKeptTheOutside();
+    if (response.logName != "files.list" && response.logName != "files.read_text") bridge.folders.reset();
+}
+
+} // namespace bridge
