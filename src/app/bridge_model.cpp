@@ -4,6 +4,16 @@
 
 namespace bridge {
 
+namespace {
+
+// Also when the exchange is dropped half-way.
+struct FinallyNotInProgress {
+    Published<bool>& inProgress;
+    ~FinallyNotInProgress() { inProgress.set(false); }
+};
+
+} // namespace
+
 BridgeModel::BridgeModel(EventLoop& loop, Platform& platform, BridgeCapabilityPolicy& policy)
     : m_platform(platform),
       files(*platform.defaults, *platform.bookmarks, *platform.folderChooser, *platform.trash),
@@ -38,14 +48,16 @@ void BridgeModel::refresh() {
 }
 
 Task<> BridgeModel::pair(std::string code) {
+    // One exchange at a time: a second click while one is running means the same one.
+    if (pairingInProgress.get()) co_return;
     pairingInProgress.set(true);
     std::string message = "Paired securely. Unauthenticated requests are now rejected.";
     try {
+        const FinallyNotInProgress finally{pairingInProgress};
         co_await pairingStore.pair(agentServerURL.get(), std::move(code));
     } catch (const std::exception& error) {
         message = std::string("Pairing failed: ") + error.what();
     }
-    pairingInProgress.set(false);
     isPaired.set(pairingStore.isPaired());
     agentServerURL.set(pairingStore.serverURL());
     pairingStatusMessage.set(std::move(message));

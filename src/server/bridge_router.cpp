@@ -20,6 +20,17 @@ void requireConfirmation(const Operation& row, bool needed, const BridgeRequestE
 } // namespace
 
 Task<BridgeResponse> BridgeRouter::response(ParsedHTTPRequest request) {
+    std::exception_ptr fault;
+    try {
+        auto answer = co_await endpoint(std::move(request));
+        co_return answer;
+    } catch (...) {
+        fault = std::current_exception();
+    }
+    co_return named("failed", Responder(std::nullopt, m_clock).failure(fault));
+}
+
+Task<BridgeResponse> BridgeRouter::endpoint(ParsedHTTPRequest request) {
     const Responder responder(std::nullopt, m_clock);
     if (!m_pairing.isPaired())
         co_return named("unpaired", responder.error(serverErrors::pairingRequired,

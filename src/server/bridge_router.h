@@ -16,10 +16,11 @@ public:
                  const Clock& clock)
         : m_bridges(bridges), m_policy(policy), m_pairing(pairing), m_clock(clock) {}
 
-    // Never throws. The router outlives the task.
+    // Every failure is an answer too. The router outlives the task.
     Task<BridgeResponse> response(ParsedHTTPRequest request);
 
 private:
+    Task<BridgeResponse> endpoint(ParsedHTTPRequest request);
     Task<BridgeResponse> execute(std::string body);
     Task<BridgeResponse> run(const Operation& row, BridgeRequestEnvelope envelope);
     void requireCapability(std::optional<BridgeCapability> capability) const;

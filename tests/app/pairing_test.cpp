@@ -62,6 +62,22 @@ TEST_F(Pairing, IsOverBeforeItsOutcomeIsTold) {
     EXPECT_EQ(told, (std::vector<std::string>{"under way", "not under way", "paired", "message"}));
 }
 
+TEST_F(Pairing, SecondClickWhileOneIsUnderWayChangesNothing) {
+    agentServer.behave(Behaviour::silent);
+    {
+        auto first = model().pair("CODE");
+        first.start();
+        auto second = model().pair("CODE");
+        second.start();
+        EXPECT_TRUE(second.done());
+        EXPECT_FALSE(first.done());
+        EXPECT_TRUE(model().pairingInProgress.get());
+    }
+    // Dropped half-way: over, and nothing was decided.
+    EXPECT_FALSE(model().pairingInProgress.get());
+    EXPECT_EQ(model().pairingStatusMessage.get(), std::nullopt);
+}
+
 TEST_F(Pairing, SaysWhenTheAddressIsNotLocal) {
     for (const auto* url : {"", "https://127.0.0.1:3000", "http://192.168.0.1:3000", "http://example.com", "3000"}) {
         run->pair(url, agentServer.issueCode());
