@@ -43,6 +43,9 @@ uint32_t foldingOptions() {
 } // namespace
 
 bool isUTF8(std::string_view text) {
+    // Most texts are short names; the vector code takes longer to begin than to look at them.
+    constexpr size_t shortText = 32;
+    if (text.size() <= shortText && isASCII(text)) return true;
     return simdjson::validate_utf8(text.data(), text.size());
 }
 

@@ -46,6 +46,7 @@ void Connection::giveUp() {
         auto response =
             Responder(std::nullopt, m_pool->clock())
                 .error(serverErrors::badRequest, "The bridge has too many unfinished requests; this one was given up.");
+        log::request("given-up", response.status, {});
         auto head = responseHead(response);
         const uv_buf_t parts[] = {buffer(head), buffer(response.body)};
         uv_try_write(stream(m_socket), parts, 2);
@@ -98,7 +99,7 @@ void Connection::requestGrew(std::string_view bytes) {
 
     uv_read_stop(stream(m_socket));
     if (state == HTTPRequestReader::State::tooLarge) {
-        send(Responder(std::nullopt, m_pool->clock()).error(serverErrors::requestTooLarge, "Request exceeds 1 MB."));
+        refuse("too-large", serverErrors::requestTooLarge, "Request exceeds 1 MB.");
         return;
     }
     m_peerMaySendMore = !m_reader.endsExactly();
@@ -112,7 +113,13 @@ void Connection::ended(ssize_t code) {
     uv_read_stop(stream(m_socket));
     m_peerMaySendMore = false;
     const auto* problem = code == UV_EOF ? "Incomplete HTTP request." : uv_strerror(static_cast<int>(code));
-    send(Responder(std::nullopt, m_pool->clock()).error(serverErrors::badRequest, problem));
+    refuse("incomplete", serverErrors::badRequest, problem);
+}
+
+void Connection::refuse(std::string_view logName, const WireError& error, std::string_view message) {
+    auto response = Responder(std::nullopt, m_pool->clock()).error(error, message);
+    log::request(logName, response.status, {});
+    send(std::move(response));
 }
 
 Task<> Connection::answer(ParsedHTTPRequest request) {

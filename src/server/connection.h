@@ -42,6 +42,7 @@ private:
     void requestGrew(std::string_view bytes);
     void ended(ssize_t code);
     Task<> answer(ParsedHTTPRequest request);
+    void refuse(std::string_view logName, const WireError& error, std::string_view message);
     void send(BridgeResponse response);
     void sent();
     void linger();

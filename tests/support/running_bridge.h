@@ -32,6 +32,8 @@ public:
 
     const std::string& rootID() const { return m_rootID; }
     std::filesystem::path documents() const { return m_folder / "Documents"; }
+    // Each line leaves at once, before its answer.
+    std::string log() const { return getFile(m_folder / "log"); }
     std::filesystem::path trash() const { return m_folder / "Trash"; }
 
     // Runs `action(model)` on the bridge's thread and waits for its result.
@@ -62,7 +64,9 @@ private:
     void serve(std::promise<void>& ready) {
         try {
             prepareProcess();
-            log::writeTo(open("/dev/null", O_WRONLY | O_CLOEXEC));
+            const FileDescriptor logFile(
+                open((m_folder / "log").c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
+            log::writeTo(logFile.get());
             EventLoop loop;
             auto platform = openEmbeddedPlatform(loop, m_folder.path());
             const SecureItem item{std::string(BridgePairingStore::credentialService),
@@ -81,6 +85,7 @@ private:
             m_model = &model;
             ready.set_value();
             loop.run();
+            log::writeTo(STDERR_FILENO);
         } catch (...) {
             ready.set_exception(std::current_exception());
         }

@@ -1,6 +1,7 @@
 #include "tests/support/running_bridge.h"
 #include "tests/support/wire_client.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace bridge {
@@ -69,6 +70,26 @@ TEST(Endpoints, AreExact) {
         EXPECT_EQ(answer.code(), "not_found") << method << path;
         EXPECT_EQ(answer.message(), "Unknown bridge endpoint.");
     }
+}
+
+TEST(Log, HasALineForEachRequestAndNothingOfWhatWasSaid) {
+    const RunningBridge bridge;
+    exchange(requestBytes("GET", "/health"));
+    exchange("GET /secret-path HTTP/1.1\r\nAuthorization: Bearer secret-guess\r\n\r\n");
+    call("files.read_text", R"({"rootID":"secret-root","path":"secret-name"})");
+    call("secret.operation", R"("secret-payload")");
+    execute("secret-body");
+    WireClient hasty;
+    hasty.send("GET /secret");
+    hasty.endSending();
+    hasty.receiveAll();
+    const auto log = bridge.log();
+    for (const auto* line : {" health 200 ", " unauthorized 401 ", " files.read_text 400 ", " unknown-operation 400 ",
+                             " invalid-json 400 ", " incomplete 400 "})
+        EXPECT_NE(log.find(line), std::string::npos) << line << "in\n" << log;
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 6);
+    EXPECT_EQ(log.find("secret"), std::string::npos) << log;
+    EXPECT_EQ(log.find(RunningBridge::credential), std::string::npos) << log;
 }
 
 TEST(Health, TellsNameVersionAndPermissions) {

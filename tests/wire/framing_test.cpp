@@ -1,7 +1,6 @@
+#include "tests/support/public_data.h"
 #include "tests/support/running_bridge.h"
 #include "tests/support/wire_client.h"
-
-#include <gtest/gtest.h>
 
 namespace bridge {
 namespace {
@@ -106,6 +105,41 @@ TEST(Framing, AnswerReachesAPeerThatIsStillSending) {
         EXPECT_FALSE(client.wasReset()) << head;
         EXPECT_TRUE(answer.status == 413 || answer.status == 401) << head << answer.status;
     }
+}
+
+// Files as their project publishes them: \\r\\n is written out, line ends of the file itself are not part of the data.
+std::string publishedRequest(const std::filesystem::path& file) {
+    std::string bytes;
+    const auto text = readFile(file);
+    for (size_t index = 0; index < text.size(); ++index) {
+        const auto escape = text.substr(index, 2);
+        const auto* meant = escape == "\\r" ? "\r" : escape == "\\n" ? "\n" : escape == "\\t" ? "\t" : nullptr;
+        if (meant)
+            bytes += meant;
+        else if (text[index] != '\n' && text[index] != '\r')
+            bytes += text[index];
+        if (meant) ++index;
+    }
+    return bytes;
+}
+
+TEST(PublicHTTPRequests, AreAllAnswered) {
+    REQUIRE_PUBLIC_DATA("http/gunicorn");
+    const RunningBridge bridge;
+    size_t seen = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(publicData("http/gunicorn"))) {
+        if (entry.path().extension() != ".http") continue;
+        const auto bytes = publishedRequest(entry.path());
+        HTTPRequestReader reader;
+        const bool isWhole = reader.add(bytes) == HTTPRequestReader::State::complete;
+        WireClient client;
+        client.send(bytes);
+        client.endSending();
+        const auto answer = readAnswer(client.receiveAll());
+        EXPECT_EQ(answer.code(), isWhole ? "unauthorized" : "bad_request") << entry.path().filename();
+        ++seen;
+    }
+    EXPECT_GT(seen, 100u);
 }
 
 } // namespace
