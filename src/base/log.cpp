@@ -3,11 +3,14 @@
 #include "base/date.h"
 #include "base/event_loop.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <ctime>
 #include <fmt/format.h>
 #include <iterator>
 #include <memory>
+#include <poll.h>
 #include <unistd.h>
 
 namespace bridge::log {
@@ -55,8 +58,11 @@ void gatherOn(EventLoop& loop) {
 void flush() {
     std::string_view rest = gathered;
     while (!rest.empty()) {
-        // A log that can't be written is no reason to stop serving.
-        const ssize_t written = write(destination, rest.data(), rest.size());
+        // A log that nobody reads is no reason to stop serving: what it does not take at once is lost. A pipe that is
+        // ready takes PIPE_BUF bytes without waiting; O_NONBLOCK would be set for everybody who shares it.
+        pollfd ready{destination, POLLOUT, 0};
+        if (poll(&ready, 1, 0) <= 0 || !(ready.revents & POLLOUT)) break;
+        const ssize_t written = write(destination, rest.data(), std::min<size_t>(rest.size(), PIPE_BUF));
         if (written < 0 && errno == EINTR) continue;
         if (written <= 0) break;
         rest.remove_prefix(static_cast<size_t>(written));
