@@ -41,6 +41,21 @@ void Connection::accept(uv_stream_t* listener, ConnectionPool& pool) {
         connection->receiveWhatIsHere();
 }
 
+Connection::Worth Connection::worth() const {
+    switch (m_phase) {
+    case Phase::lingering:
+    case Phase::closed:
+        return Worth::answered;
+    case Phase::receiving:
+        return Worth::unfinished;
+    case Phase::sending:
+        return Worth::beingSent;
+    case Phase::answering:
+        break;
+    }
+    return Worth::beingAnswered;
+}
+
 void Connection::giveUp() {
     if (m_phase == Phase::receiving) {
         auto response =
@@ -130,7 +145,10 @@ Task<> Connection::answer(ParsedHTTPRequest request) {
 }
 
 void Connection::send(BridgeResponse response) {
-    if (m_phase == Phase::receiving) m_pool->countBuffered(-static_cast<ptrdiff_t>(m_reader.buffered()));
+    if (m_phase == Phase::receiving) {
+        m_pool->countBuffered(-static_cast<ptrdiff_t>(m_reader.buffered()));
+        m_reader = {};
+    }
     m_phase = Phase::sending;
     auto head = responseHead(response);
     const uv_buf_t parts[] = {buffer(head), buffer(response.body)};

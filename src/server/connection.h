@@ -22,8 +22,10 @@ public:
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    // Whether it may be given up for a newer one: a request that is being answered may not.
-    bool isIdle() const { return m_phase != Phase::answering; }
+    // How little is lost when it is given up for a newer one, the least first. A request that is being answered is not
+    // given up at all.
+    enum class Worth { answered, unfinished, beingSent, beingAnswered };
+    Worth worth() const;
     size_t buffered() const { return m_phase == Phase::receiving ? m_reader.buffered() : 0; }
     // Says that there is no room, as far as that goes without waiting, and closes.
     void giveUp();
@@ -68,7 +70,7 @@ public:
     ConnectionPool(const ConnectionPool&) = delete;
     ConnectionPool& operator=(const ConnectionPool&) = delete;
 
-    // Closes the connection that has waited longest without being answered. False when there is none.
+    // Closes the connection whose loss matters least, the oldest among equals. False when all are being answered.
     bool giveUpOldest();
 
     EventLoop& loop() { return m_loop; }

@@ -38,11 +38,15 @@ ConnectionPool::~ConnectionPool() {
 }
 
 bool ConnectionPool::giveUpOldest() {
-    const auto oldest =
-        std::find_if(m_connections.begin(), m_connections.end(), [](const auto* each) { return each->isIdle(); });
-    if (oldest == m_connections.end()) return false;
-    (*oldest)->giveUp();
-    return true;
+    using Worth = Connection::Worth;
+    for (const auto worth : {Worth::answered, Worth::unfinished, Worth::beingSent}) {
+        const auto oldest = std::find_if(m_connections.begin(), m_connections.end(),
+                                         [worth](const auto* each) { return each->worth() == worth; });
+        if (oldest == m_connections.end()) continue;
+        (*oldest)->giveUp();
+        return true;
+    }
+    return false;
 }
 
 std::list<Connection*>::iterator ConnectionPool::enter(Connection* connection) {

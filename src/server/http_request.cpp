@@ -2,7 +2,6 @@
 
 #include "base/text.h"
 
-#include <algorithm>
 #include <charconv>
 
 namespace bridge {
@@ -74,9 +73,10 @@ HTTPRequestReader::State HTTPRequestReader::add(std::string_view bytes) {
         readHead(std::string_view(m_buffer).substr(0, headEnd));
         if (m_malformed) {
             m_buffer = {};
+            m_request = {};
+            m_headerMemory = 0;
             return State::incomplete;
         }
-        m_buffer.reserve(std::min(*m_bodyStart + m_bodyLength, maximumRequestBytes));
     }
     return m_buffer.size() - *m_bodyStart >= m_bodyLength ? State::complete : State::incomplete;
 }
@@ -84,6 +84,7 @@ HTTPRequestReader::State HTTPRequestReader::add(std::string_view bytes) {
 ParsedHTTPRequest HTTPRequestReader::take() {
     m_request.body.assign(m_buffer, *m_bodyStart, m_bodyLength);
     m_buffer = {};
+    m_headerMemory = 0;
     return std::move(m_request);
 }
 
@@ -109,6 +110,9 @@ void HTTPRequestReader::readHead(std::string_view head) {
 void HTTPRequestReader::readHeader(std::string_view line) {
     const auto colon = line.find(':');
     if (colon == std::string_view::npos || colon == 0 || colon + 1 == line.size()) return;
+    // Thousands of tiny headers take far more memory than bytes.
+    constexpr size_t memoryOfOne = 128;
+    m_headerMemory += memoryOfOne + line.size();
     m_request.headers.insert_or_assign(lowerASCII(line.substr(0, colon)), withoutBlanks(line.substr(colon + 1)));
 }
 

@@ -36,7 +36,8 @@ public:
 
     // Whether, as far as the peer can be believed, nothing more of it is under way after a complete request.
     bool endsExactly() const;
-    size_t buffered() const { return m_buffer.size(); }
+    // Roughly the memory that the unfinished request takes.
+    size_t buffered() const { return m_buffer.size() + m_headerMemory; }
 
 private:
     void readHead(std::string_view head);
@@ -48,6 +49,7 @@ private:
     size_t m_searched = 0; // no blank line begins before this place
     std::optional<size_t> m_bodyStart;
     size_t m_bodyLength = 0;
+    size_t m_headerMemory = 0;
     bool m_malformed = false; // can't become complete any more; its bytes only count
     ParsedHTTPRequest m_request;
 };

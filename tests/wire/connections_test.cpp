@@ -107,7 +107,7 @@ class CrampedBridge {
 public:
     explicit CrampedBridge(rlim_t descriptors) {
         int ready[2];
-        if (pipe(ready) != 0) throw std::runtime_error("no pipe");
+        if (pipe2(ready, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
         m_pid = fork();
         if (m_pid == 0) {
             const rlimit limit{descriptors, descriptors};
@@ -163,6 +163,36 @@ TEST(Connections, UnfinishedRequestsTogetherAreBounded) {
     EXPECT_EQ(readAnswer(clients[150].receiveAll()).code(), "bad_request");
     clients[299].send(std::string(48'000, 'x'));
     EXPECT_EQ(readAnswer(clients[299].receiveAll()).code(), "unauthorized");
+}
+
+TEST(Connections, TinyHeadersCountForTheMemoryTheyTake) {
+    const CrampedBridge bridge(2000);
+    std::string head = "POST / HTTP/1.1\r\nContent-Length: 9\r\n";
+    for (int index = 0; head.size() < 990'000; ++index)
+        head += std::to_string(index) + ":x\r\n";
+    std::vector<WireClient> clients(20);
+    for (auto& client : clients)
+        client.send(head + "\r\n{");
+    EXPECT_EQ(exchange(health).status, 200);
+    EXPECT_EQ(readAnswer(clients[0].receiveAll()).code(), "bad_request");
+    clients[19].send("12345678");
+    EXPECT_EQ(readAnswer(clients[19].receiveAll()).code(), "unauthorized");
+}
+
+TEST(Connections, AnswerUnderWayIsNotCutForNewcomers) {
+    const CrampedBridge bridge(150);
+    // No reader takes it at once: far more than a socket's buffers hold.
+    const std::string read =
+        R"({"operation":"files.read_text","payload":{"maximumBytes":1000000,"path":"big","rootID":")";
+    const auto roots = call("files.roots.list").result();
+    const auto rootID = *(*roots.array())[0].object()->at("id").string();
+    const std::string text(1'000'000, '\x01'); // six bytes each in JSON
+    putFile(*(*roots.array())[0].object()->at("path").string() + "/big", text);
+    WireClient slow;
+    slow.send(requestBytes("POST", "/v1/execute", read + rootID + "\"}}"));
+    std::vector<WireClient> newcomers(300);
+    EXPECT_EQ(exchange(health).status, 200);
+    EXPECT_EQ(*readAnswer(slow.receiveAll()).result().object()->at("content").string(), text);
 }
 
 } // namespace
