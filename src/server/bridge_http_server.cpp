@@ -75,10 +75,17 @@ void BridgeHTTPServer::stop() {
 
 void BridgeHTTPServer::accept(int status) {
     if (status == 0) return Connection::accept(m_listener->stream(), *m_connections);
-    // Most likely out of descriptors: a connection that is waiting for its peer can give one back.
-    if (m_connections->giveUpOldest()) return;
+    // A connection that is waiting for its peer can give a descriptor back.
+    if ((status == UV_EMFILE || status == UV_ENFILE) && m_connections->giveUpOldest()) return;
     fail(status);
-    m_recovery.start(recoveryTime, [this] { start(); });
+    recoverLater();
+}
+
+void BridgeHTTPServer::recoverLater() {
+    m_recovery.start(recoveryTime, [this] {
+        start();
+        if (!m_listener) recoverLater();
+    });
 }
 
 void BridgeHTTPServer::fail(int code) {

@@ -51,6 +51,7 @@ private:
 
     void accept(int status);
     void fail(int code);
+    void recoverLater();
 
     EventLoop& m_loop;
     std::unique_ptr<ConnectionPool> m_connections;
