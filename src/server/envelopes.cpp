@@ -20,9 +20,11 @@ BridgeResponse Responder::failure(const std::exception_ptr& thrown) const {
     try {
         std::rethrow_exception(thrown);
     } catch (const AppleBridgeError& known) {
-        return error(wireError(known.kind()), known.what());
+        return error({errorCode(&known), errorStatus(&known)}, known.what());
     } catch (const std::exception& other) {
-        return error(serverErrors::internalError, other.what());
+        return error({errorCode(nullptr), errorStatus(nullptr)}, other.what());
+    } catch (...) {
+        return error({errorCode(nullptr), errorStatus(nullptr)}, "An unknown failure.");
     }
 }
 

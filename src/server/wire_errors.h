@@ -27,8 +27,8 @@ constexpr WireError internalError{"internal_error", 500};
 
 WireError wireError(AppleBridgeError::Case kind);
 
-// The one place where an error becomes a code and a status. An error that is not the bridge's own has none here and is
-// "internal_error", 500.
+// What an error becomes on the wire; the one place where that is settled. An error that is not the bridge's own has
+// none here and is "internal_error", 500.
 std::string_view errorCode(const AppleBridgeError* error);
 int errorStatus(const AppleBridgeError* error);
 
