@@ -8,10 +8,6 @@ namespace bridge {
 
 namespace {
 
-// Years 0001 to 9999 as seconds: what four digits can write.
-constexpr int64_t firstSecond = -62135596800;
-constexpr int64_t lastSecond = 253402300799;
-
 class Reader {
 public:
     explicit Reader(std::string_view text) : m_rest(text) {}
@@ -74,13 +70,13 @@ std::optional<Date> parseDate(std::string_view text) {
     if (!day.ok() || *hour > 23 || *minute > 59 || *second > 59) return std::nullopt;
     const int64_t days = sys_days(day).time_since_epoch().count();
     const Date date{days * 86400 + *hour * 3600 + *minute * 60 + *second - *offset};
-    if (date.secondsSince1970 < firstSecond || date.secondsSince1970 > lastSecond) return std::nullopt;
+    if (date < earliestDate || date > latestDate) return std::nullopt;
     return date;
 }
 
 std::string formatDate(Date date) {
     using namespace std::chrono;
-    const sys_seconds moment{seconds(std::clamp(date.secondsSince1970, firstSecond, lastSecond))};
+    const sys_seconds moment{seconds(std::clamp(date, earliestDate, latestDate).secondsSince1970)};
     const auto midnight = floor<days>(moment);
     const year_month_day day(midnight);
     const hh_mm_ss time(moment - midnight);

@@ -14,6 +14,10 @@ struct Date {
     auto operator<=>(const Date&) const = default;
 };
 
+// What the four digits of a year can say: 0001-01-01T00:00:00Z to 9999-12-31T23:59:59Z.
+constexpr Date earliestDate{-62135596800};
+constexpr Date latestDate{253402300799};
+
 // Reads an RFC 3339 internet date-time: YYYY-MM-DDTHH:MM:SS followed by "Z" or a numeric offset such as +02:00.
 // Fractions, a missing zone, lower-case letters, days that no calendar has, second 60 and years outside 0001...9999
 // are refused (nothing is returned).

@@ -13,10 +13,6 @@ namespace bridge {
 
 namespace {
 
-// The years that a date on the wire can say.
-constexpr int64_t firstSecond = -62135596800;
-constexpr int64_t lastSecond = 253402300799;
-
 struct SortedItem {
     std::string key;
     FileItemDescriptor item;
@@ -42,16 +38,21 @@ Directory openDirectory(const FileDescriptor& folder) {
     return directory;
 }
 
-} // namespace
-
-FileItemDescriptor describeItem(std::string_view relativePath, std::string_view name, const struct stat& status) {
+FileItemDescriptor describeByName(std::string_view relativePath, std::string_view name) {
     FileItemDescriptor item;
     item.relativePath = repairUTF8(relativePath);
     item.name = repairUTF8(name);
+    return item;
+}
+
+} // namespace
+
+FileItemDescriptor describeItem(std::string_view relativePath, std::string_view name, const struct stat& status) {
+    auto item = describeByName(relativePath, name);
     item.isDirectory = S_ISDIR(status.st_mode);
     if (!item.isDirectory) item.size = status.st_size;
-    const int64_t modified = status.st_mtim.tv_sec;
-    if (modified >= firstSecond && modified <= lastSecond) item.modifiedAt = Date{modified};
+    const Date modified{status.st_mtim.tv_sec};
+    if (modified >= earliestDate && modified <= latestDate) item.modifiedAt = modified;
     return item;
 }
 
@@ -70,13 +71,12 @@ std::vector<FileItemDescriptor> listFolder(const FileDescriptor& folder, const s
         const std::string_view name = entry->d_name;
         if (name.starts_with('.')) continue;
         struct stat status;
-        if (fstatat(dirfd(directory.get()), entry->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) {
-            if (errno == ENOENT) continue;
-            throw PlatformError::fromErrno("The item could not be examined", errno);
-        }
-        children.push_back(
-            {sortKey(name),
-             describeItem(relativePath.empty() ? std::string(name) : appendToPath(relativePath, name), name, status)});
+        const bool isKnown = fstatat(dirfd(directory.get()), entry->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0;
+        if (!isKnown && errno == ENOENT) continue;
+        const auto path = relativePath.empty() ? std::string(name) : appendToPath(relativePath, name);
+        // Of a volume that is away, say, the name is all there is to tell, and no reason to hide the others.
+        auto item = isKnown ? describeItem(path, name, status) : describeByName(path, name);
+        children.push_back({sortKey(name), std::move(item)});
     }
     std::ranges::sort(children, comesBefore);
 

@@ -5,7 +5,6 @@
 #include "platform/bookmarks.h"
 
 #include <optional>
-#include <span>
 #include <string>
 #include <sys/stat.h>
 
