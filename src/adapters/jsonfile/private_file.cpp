@@ -1,6 +1,7 @@
 #include "adapters/jsonfile/private_file.h"
 
 #include "base/atomic_file.h"
+#include "base/exclusive_rename.h"
 #include "base/file_descriptor.h"
 #include "base/platform_error.h"
 
@@ -83,14 +84,10 @@ void PrivateFile::write(std::string_view content) const {
 void PrivateFile::setAside() const {
     const auto folder = openFolder(m_folder);
     if (!folder) throw PlatformError::fromErrno("The folder could not be opened", errno);
-    // Not a rename: a link never replaces what was set aside before.
-    for (int number = 1;; ++number) {
-        const auto name = m_name + ".damaged-" + std::to_string(number);
-        if (linkat(folder.get(), m_name.c_str(), folder.get(), name.c_str(), 0) == 0) break;
-        if (errno != EEXIST) throw PlatformError::fromErrno("The damaged file could not be set aside", errno);
-    }
-    if (unlinkat(folder.get(), m_name.c_str(), 0) != 0)
-        throw PlatformError::fromErrno("The damaged file could not be set aside", errno);
+    int code = EEXIST;
+    for (int number = 1; code == EEXIST; ++number)
+        code = renameExclusively(folder.get(), m_name, folder.get(), m_name + ".damaged-" + std::to_string(number));
+    if (code != 0) throw PlatformError::fromErrno("The damaged file could not be set aside", code);
 }
 
 } // namespace bridge
