@@ -33,15 +33,9 @@ std::optional<std::string> XdgPaths::ofProcess(const char* name) {
     return value;
 }
 
-XdgPaths::XdgPaths(const Environment& environment) : runtimeHome(absolute(environment, "XDG_RUNTIME_DIR")) {
+XdgPaths::XdgPaths(const Environment& environment) {
     const auto home = findHome(environment);
-    const auto find = [&](const char* name, const char* fallback) {
-        return absolute(environment, name).value_or((home == "/" ? "" : home) + fallback);
-    };
-    configHome = find("XDG_CONFIG_HOME", "/.config");
-    dataHome = find("XDG_DATA_HOME", "/.local/share");
-    stateHome = find("XDG_STATE_HOME", "/.local/state");
-    cacheHome = find("XDG_CACHE_HOME", "/.cache");
+    dataHome = absolute(environment, "XDG_DATA_HOME").value_or((home == "/" ? "" : home) + "/.local/share");
 }
 
 } // namespace bridge

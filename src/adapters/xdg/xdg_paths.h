@@ -17,11 +17,7 @@ public:
     // comes from HOME, else from the user database; throws PlatformError when neither knows it.
     explicit XdgPaths(const Environment& environment = ofProcess);
 
-    std::string configHome;
     std::string dataHome;
-    std::string stateHome;
-    std::string cacheHome;
-    std::optional<std::string> runtimeHome; // has no default
 
     std::string homeTrash() const { return dataHome + "/Trash"; }
 };
