@@ -1,5 +1,7 @@
 #include "base/event_loop.h"
 
+#include "base/platform_error.h"
+
 #include <mutex>
 #include <poll.h>
 #include <uv.h>
@@ -38,7 +40,8 @@ struct EventLoop::State {
 };
 
 EventLoop::EventLoop() : m_state(std::make_unique<State>()) {
-    uv_loop_init(&m_state->loop);
+    if (const int code = uv_loop_init(&m_state->loop))
+        throw PlatformError(std::string("No event loop: ") + uv_strerror(code));
     m_state->wake.data = m_state.get();
     uv_async_init(&m_state->loop, &m_state->wake,
                   [](uv_async_t* wake) { static_cast<State*>(wake->data)->runPosted(); });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <unistd.h>
 #include <utility>
 
@@ -26,7 +27,10 @@ public:
 
 private:
     void close() {
-        if (m_descriptor >= 0) ::close(m_descriptor);
+        if (m_descriptor < 0) return;
+        const int before = errno; // a destructor runs between a failing call and whoever asks why
+        ::close(m_descriptor);
+        errno = before;
     }
 
     int m_descriptor = -1;

@@ -8,7 +8,6 @@
 
 #include <array>
 #include <cmath>
-#include <concepts>
 #include <cstdint>
 #include <exception>
 #include <map>

@@ -3,11 +3,11 @@
 #include "base/event_loop.h"
 
 #include <functional>
-#include <memory>
 
 namespace bridge {
 
-// Calls `action` on the loop when the process is asked to end (SIGTERM, SIGINT). The loop outlives this.
+// Calls `action` on the loop when the process is asked to end (SIGTERM, SIGINT, or SIGHUP when its terminal closes).
+// The loop outlives this.
 class TerminationSignals {
 public:
     TerminationSignals(EventLoop& loop, std::function<void()> action);
