@@ -1,4 +1,3 @@
-#include "adapters/jsonfile/file_secure_store.h"
 #include "adapters/jsonfile/preferred_secure_store.h"
 #include "adapters/xdg/home_trash.h"
 #include "adapters/xdg/xdg_paths.h"

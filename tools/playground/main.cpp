@@ -60,7 +60,6 @@ int showAround(EventLoop& loop, BridgeModel& model, const std::string& credentia
 int run(const Options& options) {
     prepareProcess();
     const Profile profile(options.profile);
-    answerForTheUser(options, profile.folder());
     const FileDescriptor logFile(
         open((profile.folder() / "bridge.log").c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
     if (logFile) log::writeTo(logFile.get());
@@ -70,7 +69,7 @@ int run(const Options& options) {
     BridgeCapabilityPolicy policy(*platform.defaults);
     BridgeModel model(loop, platform, policy);
     const TerminationSignals signals(loop, [&loop] { loop.stop(); });
-    const auto credential = prepare(loop, model, options, profile.folder());
+    const auto credential = prepare(loop, model, platform, options, profile.folder());
     const int status = options.serve ? serve(loop, readyLine(credential, profile.folder(), model))
                                      : showAround(loop, model, credential);
     log::writeTo(STDERR_FILENO);

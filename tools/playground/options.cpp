@@ -9,8 +9,8 @@ const char* const usage = R"(./try            run the bridge on sample data, tou
 
   --profile DIR                           keep everything below DIR between runs (default: a throw-away folder)
   --capabilities all|none|keep|NAME,NAME  what is switched on (default: all; keep: what DIR has stored)
-  --calendars all|none|keep               which calendars are authorized (default: all)
-  --reminder-lists all|none|keep          which reminder lists are authorized (default: all)
+  --calendars all|none|keep               which calendars are authorized, once there are any
+  --reminder-lists all|none|keep          which reminder lists are authorized, once there are any
   --permission SERVICE=STATE              calendar, reminders, contacts, music or location, and one of notDetermined,
                                           denied, restricted, writeOnly, limited, fullAccess, unavailable, unknown;
                                           may be repeated (default: fullAccess)

@@ -27,6 +27,11 @@ void choose(BridgeCapabilityPolicy& policy, const Choice& choice) {
         policy.setEnabled(*fromRawValue<BridgeCapability>(name), true);
 }
 
+void answerForTheUser(ConsentFile& consent, const Options& options) {
+    for (const auto& [service, status] : options.permissions)
+        consent.setStatus(service, status);
+}
+
 void pair(EventLoop& loop, BridgeModel& model) {
     StandInAgentServer agentServer;
     model.agentServerURL.set(agentServer.url());
@@ -53,17 +58,14 @@ Profile::~Profile() {
     if (!m_isKept) std::filesystem::remove_all(m_folder, ignored);
 }
 
-void answerForTheUser(const Options& options, const std::filesystem::path& folder) {
-    ConsentFile consent(folder / profile::consent);
-    for (const auto& [service, status] : options.permissions)
-        consent.setStatus(service, status);
-}
-
-std::string prepare(EventLoop& loop, BridgeModel& model, const Options& options, const std::filesystem::path& folder) {
+std::string prepare(EventLoop& loop, BridgeModel& model, Platform& platform, const Options& options,
+                    const std::filesystem::path& folder) {
+    // First of all: when the port is taken, another bridge may be using this very profile.
     loop.runUntilDone(model.start());
     if (const auto* failure = std::get_if<ServerFailed>(&model.httpServer.state.get()))
         throw std::runtime_error(failure->message);
 
+    answerForTheUser(dynamic_cast<ConsentFile&>(*platform.authorization), options);
     if (model.files.roots.get().empty()) {
         const auto documents = folder / "Documents";
         makeSampleDocuments(documents);

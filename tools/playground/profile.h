@@ -22,11 +22,9 @@ private:
     bool m_isKept;
 };
 
-// Stores the answers for --permission; to be done before the platform is opened.
-void answerForTheUser(const Options& options, const std::filesystem::path& folder);
-
 // Does in the model what the options say that the user has done: switches, sample folder, pairing. The bridge serves.
 // Returns the credential, "" when unpaired. Throws std::runtime_error when the server does not come up.
-std::string prepare(EventLoop& loop, BridgeModel& model, const Options& options, const std::filesystem::path& folder);
+std::string prepare(EventLoop& loop, BridgeModel& model, Platform& platform, const Options& options,
+                    const std::filesystem::path& folder);
 
 } // namespace bridge::playground

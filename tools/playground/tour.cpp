@@ -2,7 +2,6 @@
 
 #include "base/json_writer.h"
 #include "base/record.h"
-#include "base/text.h"
 #include "server/bridge_http_server.h"
 #include "server/operation.h"
 
@@ -119,7 +118,7 @@ HTTPRequest requestFor(const Step& step, const std::string& credential, const st
     return request;
 }
 
-// At most so many characters, on one line.
+// Cut to what a line has room for, between two characters.
 std::string shortened(std::string text) {
     constexpr size_t width = 78;
     if (text.size() <= width) return text;

@@ -2,8 +2,6 @@
 
 #include "base/event_loop.h"
 
-#include <memory>
-
 namespace bridge {
 
 // Lets a desktop shell's own loop serve ours: for as long as this lives, `loop` is one source of the default
