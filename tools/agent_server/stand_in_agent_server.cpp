@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <condition_variable>
+#include <fcntl.h>
 #include <list>
 #include <mutex>
 #include <poll.h>
@@ -58,7 +59,7 @@ struct StandInAgentServer::State {
 
     explicit State(uint16_t port) : listener(listenOnLoopback(port)), redirectListener(listenOnLoopback(0)) {
         std::array<int, 2> ends{};
-        if (pipe(ends.data()) != 0) throw PlatformError::fromErrno("No pipe", errno);
+        if (pipe2(ends.data(), O_CLOEXEC) != 0) throw PlatformError::fromErrno("No pipe", errno);
         wakeRead = FileDescriptor(ends[0]);
         wakeWrite = FileDescriptor(ends[1]);
     }

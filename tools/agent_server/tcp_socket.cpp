@@ -19,7 +19,7 @@ void prepare(const FileDescriptor& socket) {
 } // namespace
 
 FileDescriptor listenOnLoopback(uint16_t port) {
-    FileDescriptor listener(socket(AF_INET, SOCK_STREAM, 0));
+    FileDescriptor listener(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
     if (!listener) throw PlatformError::fromErrno("No socket", errno);
     prepare(listener);
     const int yes = 1;
@@ -43,7 +43,7 @@ uint16_t portOf(const FileDescriptor& socket) {
 }
 
 FileDescriptor acceptConnection(const FileDescriptor& listener) {
-    FileDescriptor connection(accept(listener.get(), nullptr, nullptr));
+    FileDescriptor connection(accept4(listener.get(), nullptr, nullptr, SOCK_CLOEXEC));
     if (connection) prepare(connection);
     return connection;
 }
