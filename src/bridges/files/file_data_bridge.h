@@ -21,6 +21,8 @@ namespace bridge {
 // also when the root's folder can't be found any more.
 class FileDataBridge {
 public:
+    static constexpr std::string_view rootsKey = FileRootList::defaultsKey;
+
     FileDataBridge(UserDefaults& defaults, Bookmarks& bookmarks, FolderChooser& chooser, Trash& trash,
                    FolderWalk walk = FolderWalk::whole);
 

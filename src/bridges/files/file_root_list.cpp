@@ -12,8 +12,6 @@ namespace bridge {
 
 namespace {
 
-constexpr std::string_view defaultsKey = "authorizedFileRoots.v1";
-
 std::string lastComponent(const std::string& path) {
     const auto names = splitPath(path);
     return names.empty() ? "/" : repairUTF8(names.back());
@@ -65,7 +63,7 @@ void FileRootList::replaceBookmark(const std::string& id, std::string bookmark) 
 }
 
 void FileRootList::load() {
-    const auto data = m_defaults.data(defaultsKey);
+    const auto data = m_defaults.data(FileRootList::defaultsKey);
     if (!data) return;
     try {
         m_stored = decode<std::vector<StoredFileRoot>>(parseJSON(*data));
@@ -75,7 +73,7 @@ void FileRootList::load() {
 }
 
 void FileRootList::save() {
-    m_defaults.setData(defaultsKey, encodeJSON(m_stored));
+    m_defaults.setData(FileRootList::defaultsKey, encodeJSON(m_stored));
 }
 
 void FileRootList::rebuild() {

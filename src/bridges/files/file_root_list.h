@@ -11,6 +11,8 @@ namespace bridge {
 // array. Main thread only.
 class FileRootList {
 public:
+    static constexpr std::string_view defaultsKey = "authorizedFileRoots.v1";
+
     // What is stored but unreadable counts as no folders; the next change overwrites it. Opens nothing.
     // `shown` gets one descriptor for each folder whose bookmark could be resolved when the list was last made.
     FileRootList(UserDefaults& defaults, Bookmarks& bookmarks,

@@ -148,13 +148,17 @@ ConfinedPath resolveConfinedPath(const std::string& canonicalRoot, const std::st
     const auto isOutside = [&] {
         return reached.size() < root.size() || !std::equal(root.begin(), root.end(), reached.begin());
     };
+    bool resolved = false;
     try {
-        if (!resolver.resolve() || isOutside()) throw AppleBridgeError::unsafePath(path);
+        resolved = resolver.resolve();
     } catch (const PlatformError&) {
         // What stands in the way outside the root is nobody's business.
         if (isOutside()) throw AppleBridgeError::unsafePath(path);
         throw;
     }
+    if (isOutside()) throw AppleBridgeError::unsafePath(path);
+    if (!resolved && missing == PathMayBeMissing::no) throw AppleBridgeError::resourceNotFound(path);
+    if (!resolved) throw PlatformError::fromErrno("The path can't be used", ELOOP);
     if (!resolver.exists() && missing == PathMayBeMissing::no) throw AppleBridgeError::resourceNotFound(path);
     if (joinPath(reached).size() + 1 >= PATH_MAX)
         throw PlatformError::fromErrno("The path can't be used", ENAMETOOLONG);

@@ -28,9 +28,9 @@ struct ConfinedPath {
 // links. Links on the way are followed as far as the path exists, wherever they lead, and the place they lead to must
 // be the root or lie in it; what is missing stays as written.
 //
-// Throws AppleBridgeError: unsafePath for an absolute path, one with a ".." or a zero byte, one that leads outside and
-// one whose links go round in circles; resourceNotFound when nothing is there and `missing` is no. Throws PlatformError
-// when the way can't be examined, or is too long to be any path.
+// Throws AppleBridgeError: unsafePath for an absolute path, one with a ".." or a zero byte and one that leads outside;
+// resourceNotFound when nothing is there, or links go round in circles, and `missing` is no. Throws PlatformError when
+// the way can't be examined, is too long to be any path, or goes round in circles and may be missing.
 ConfinedPath resolveConfinedPath(const std::string& canonicalRoot, const std::string& path, PathMayBeMissing missing);
 
 std::vector<std::string> splitPath(std::string_view path); // without empty pieces
