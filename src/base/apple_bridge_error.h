@@ -48,7 +48,8 @@ public:
     static AppleBridgeError invalidDateRange();
 
     Case kind() const noexcept { return m_kind; }
-    // The message as the user reads it.
+    // The message as the user reads it. what() has it only up to its first zero byte, should a detail hold one.
+    const std::string& message() const noexcept { return m_message; }
     const char* what() const noexcept override { return m_message.c_str(); }
 
 private:

@@ -20,7 +20,7 @@ BridgeResponse Responder::failure(const std::exception_ptr& thrown) const {
     try {
         std::rethrow_exception(thrown);
     } catch (const AppleBridgeError& known) {
-        return error({errorCode(&known), errorStatus(&known)}, known.what());
+        return error({errorCode(&known), errorStatus(&known)}, known.message());
     } catch (const std::exception& other) {
         return error({errorCode(nullptr), errorStatus(nullptr)}, other.what());
     } catch (...) {

@@ -64,6 +64,13 @@ TEST(Envelope, UnknownOperationIsNamed) {
     EXPECT_EQ(answer.message(), "Unsupported bridge operation: Files.list \u202e\u0001");
 }
 
+TEST(Envelope, ZeroByteDoesNotCutAMessage) {
+    const RunningBridge bridge;
+    EXPECT_EQ(call(std::string_view("x\0y", 3)).message(), std::string("Unsupported bridge operation: x\0y", 33));
+    EXPECT_EQ(call("files.list", R"({"rootID":"a\u0000b","path":""})").message(),
+              std::string("Resource not found: a\0b", 23));
+}
+
 TEST(PublicNaughtyStrings, ComeBackUnharmedAsRequestId) {
     REQUIRE_PUBLIC_DATA("text");
     const RunningBridge bridge;
