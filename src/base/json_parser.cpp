@@ -10,8 +10,27 @@ namespace {
 
 namespace ondemand = simdjson::ondemand;
 
+const char* describe(simdjson::error_code code) {
+    switch (code) {
+    case simdjson::EMPTY:
+        return "there is nothing.";
+    case simdjson::NUMBER_ERROR:
+        return "a number is malformed or too large.";
+    case simdjson::UTF8_ERROR:
+        return "it is not UTF-8.";
+    case simdjson::STRING_ERROR:
+    case simdjson::UNCLOSED_STRING:
+        return "a string has no end, a bad escape or half a character.";
+    case simdjson::INCOMPLETE_ARRAY_OR_OBJECT:
+    case simdjson::TRAILING_CONTENT:
+        return "an array or object has no end, or something follows the value.";
+    default:
+        return "a value, a comma, a colon or a name is not where it must be.";
+    }
+}
+
 [[noreturn]] void refuse(simdjson::error_code code) {
-    throw JSONError(std::string("The text is not valid JSON: ") + simdjson::error_message(code));
+    throw JSONError(std::string("The text is not valid JSON: ") + describe(code));
 }
 
 template <typename T> T checked(simdjson::simdjson_result<T> result) {
