@@ -103,7 +103,7 @@ BridgePairingStore::BridgePairingStore(UserDefaults& defaults, SecureStore& secu
       m_secureStore(secureStore),
       m_client(client),
       m_serverURL(defaults.string(serverURLKey).value_or(std::string(defaultServerURL))) {
-    if (auto stored = defaults.string(installationIDKey)) {
+    if (auto stored = defaults.string(installationIDKey); stored && !stored->empty()) {
         m_installationID = std::move(*stored);
     } else {
         m_installationID = makeUUID();
