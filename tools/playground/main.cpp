@@ -45,6 +45,7 @@ int serve(EventLoop& loop, const std::string& line) {
 }
 
 int showAround(EventLoop& loop, BridgeModel& model, const std::string& credential) {
+    if (model.files.roots.get().empty()) throw std::runtime_error("This profile has no authorized folder to show.");
     const auto rootID = model.files.roots.get().front().id;
     CurlHTTPClient client(loop);
     const bool asExpected = loop.runUntilDone(tour(client, credential, rootID));

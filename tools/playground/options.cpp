@@ -12,12 +12,17 @@ const char* const usage = R"(./try            run the bridge on sample data, tou
   --calendars all|none|keep               which calendars are authorized, once there are any
   --reminder-lists all|none|keep          which reminder lists are authorized, once there are any
   --permission SERVICE=STATE              calendar, reminders, contacts, music or location, and one of notDetermined,
-                                          denied, restricted, writeOnly, limited, fullAccess, unavailable, unknown;
-                                          may be repeated (default: fullAccess)
+                                          denied, restricted, writeOnly, limited, fullAccess, unavailable, unknown, as far as
+                                          the service has such a state; may be repeated (default: fullAccess)
   --unpaired                              leave the bridge without a credential
 )";
 
 namespace {
+
+std::string folderNamed(const std::string& word) {
+    if (word.empty()) throw UsageError("--profile takes the name of a folder.");
+    return word;
+}
 
 Choice readChoice(const std::string& option, const std::string& word) {
     if (word == "all") return {Choice::Kind::all, {}};
@@ -94,7 +99,7 @@ Options readOptions(const std::vector<std::string>& words) {
         else if (word == "--unpaired")
             options.unpaired = true;
         else if (word == "--profile")
-            options.profile = value();
+            options.profile = folderNamed(value());
         else if (word == "--capabilities")
             options.capabilities = readCapabilities(value());
         else if (word == "--calendars")

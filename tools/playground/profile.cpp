@@ -44,8 +44,8 @@ void pair(EventLoop& loop, BridgeModel& model) {
 Profile::Profile(const std::optional<std::string>& keptFolder) : m_isKept(keptFolder.has_value()) {
     if (m_isKept) {
         m_folder = std::filesystem::absolute(*keptFolder).lexically_normal();
+        if (!m_folder.has_filename()) m_folder = m_folder.parent_path(); // was written with a slash at its end
         makeFoldersForTheUserAlone(m_folder);
-        m_folder = std::filesystem::canonical(m_folder);
     } else {
         auto pattern = (std::filesystem::temp_directory_path() / "brindlefox-try-XXXXXX").string();
         if (!mkdtemp(pattern.data())) throw std::runtime_error("No temporary folder could be made in " + pattern);
@@ -66,7 +66,7 @@ std::string prepare(EventLoop& loop, BridgeModel& model, Platform& platform, con
         throw std::runtime_error(failure->message);
 
     answerForTheUser(dynamic_cast<ConsentFile&>(*platform.authorization), options);
-    if (model.files.roots.get().empty()) {
+    if (!platform.defaults->contains(FileDataBridge::rootsKey)) {
         const auto documents = folder / "Documents";
         makeSampleDocuments(documents);
         if (!model.files.addFolder(documents)) throw std::runtime_error("The sample folder could not be authorized.");
