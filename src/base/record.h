@@ -41,8 +41,8 @@ template <typename Record, typename Member> struct RecordField {
     bool isRequired;
 };
 
-template <typename> constexpr bool isOptional = false;
-template <typename T> constexpr bool isOptional<std::optional<T>> = true;
+template <typename> inline constexpr bool isOptional = false;
+template <typename T> inline constexpr bool isOptional<std::optional<T>> = true;
 
 template <typename Record, typename Member> consteval auto required(std::string_view name, Member Record::*member) {
     static_assert(!isOptional<Member>, "a std::optional member is optional() in the field list");

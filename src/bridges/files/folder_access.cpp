@@ -51,7 +51,8 @@ Opened openByName(int start, std::span<const std::string> names) {
 Opened openNames(const OpenRoot& root, std::span<const std::string> names) {
     if (names.empty()) {
         FileDescriptor same(openat(root.folder.get(), ".", folderFlags));
-        return {std::move(same), same ? 0 : errno};
+        const int error = same ? 0 : errno;
+        return {std::move(same), error};
     }
     if (root.walk == FolderWalk::whole) {
         auto opened = openWhole(root.folder.get(), names);
