@@ -115,11 +115,11 @@ private:
         }
     }
 
-    void push(Container container) {
+    void push(const Container& container) {
         if (m_open.size() == maximumJSONDepth)
             throw JSONError("The text nests arrays and objects more than " + std::to_string(maximumJSONDepth) +
                             " deep.");
-        m_open.push_back(std::move(container));
+        m_open.push_back(container);
     }
 
     // One element or member further in the innermost container, or out of it.
