@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -10,6 +11,8 @@ namespace bridge {
 // order; the record codec and JSONValue do. Bytes that are not UTF-8 come out as U+FFFD, one for each bad sequence.
 class JSONWriter {
 public:
+    JSONWriter() { m_text.reserve(usualSize); }
+
     void beginObject() { open('{'); }
     void endObject() { close('}'); }
     void beginArray() { open('['); }
@@ -31,6 +34,8 @@ private:
     void close(char bracket);
     void separate();
     void quote(std::string_view text);
+
+    static constexpr size_t usualSize = 1024;
 
     std::string m_text;
     bool m_needsComma = false;
