@@ -17,9 +17,7 @@ inline void servePairedBridge(const std::string& folder) {
     EventLoop loop;
     log::gatherOn(loop);
     auto platform = openEmbeddedPlatform(loop, folder);
-    const SecureItem item{std::string(BridgePairingStore::credentialService),
-                          std::string(BridgePairingStore::credentialAccount)};
-    loop.runUntilDone(platform.secureStore->replace(item, credential));
+    loop.runUntilDone(platform.secureStore->replace(BridgePairingStore::credentialItem(), credential));
     BridgeCapabilityPolicy policy(*platform.defaults);
     for (const auto group : allCapabilityGroups)
         policy.setGroupEnabled(group, true);

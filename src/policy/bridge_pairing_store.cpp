@@ -38,10 +38,6 @@ constexpr std::chrono::seconds pairingTimeout{10};
 // A secure store that fails without a status of its own.
 constexpr int32_t unknownStatus = -1;
 
-SecureItem credentialItem() {
-    return {std::string(BridgePairingStore::credentialService), std::string(BridgePairingStore::credentialAccount)};
-}
-
 // Takes equally long wherever the first difference is, so a caller can't find the credential byte by byte.
 bool equalInConstantTime(std::string_view left, std::string_view right) {
     if (left.size() != right.size()) return false;

@@ -23,6 +23,8 @@ public:
     static constexpr std::string_view credentialService = "com.brindlefox.apple-bridge.agent-server";
     static constexpr std::string_view credentialAccount = "credential";
     static_assert(credentialService.size() == 40);
+    // Where the credential lies in the secure store.
+    static SecureItem credentialItem() { return {std::string(credentialService), std::string(credentialAccount)}; }
 
     // Reads the settings, and gives the installation its identifier when it has none. All three must outlive the store
     // and its tasks. Nobody is authorized before load() is done.

@@ -64,7 +64,7 @@ TEST_P(BookmarksContract, FindsARenamedFolderOrFails) {
         EXPECT_EQ(found.path, (temporary / "after").string());
         EXPECT_TRUE(found.isStale);
     } catch (const PlatformError&) {
-        SUCCEED();
+        // Not finding it is allowed, finding anything else is not.
     }
 }
 

@@ -80,9 +80,7 @@ public:
 class Bridge {
 public:
     Bridge() {
-        const SecureItem item{std::string(BridgePairingStore::credentialService),
-                              std::string(BridgePairingStore::credentialAccount)};
-        m_loop.runUntilDone(m_secrets.replace(item, "credential"));
+        m_loop.runUntilDone(m_secrets.replace(BridgePairingStore::credentialItem(), "credential"));
         m_loop.runUntilDone(m_pairing.load());
         for (const auto group : allCapabilityGroups)
             m_policy.setGroupEnabled(group, true);

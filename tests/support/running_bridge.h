@@ -69,9 +69,7 @@ private:
             log::writeTo(logFile.get());
             EventLoop loop;
             auto platform = openEmbeddedPlatform(loop, m_folder.path());
-            const SecureItem item{std::string(BridgePairingStore::credentialService),
-                                  std::string(BridgePairingStore::credentialAccount)};
-            loop.runUntilDone(platform.secureStore->replace(item, credential));
+            loop.runUntilDone(platform.secureStore->replace(BridgePairingStore::credentialItem(), credential));
             BridgeCapabilityPolicy policy(*platform.defaults);
             for (const auto group : allCapabilityGroups)
                 policy.setGroupEnabled(group, true);
