@@ -26,6 +26,10 @@ inline const std::vector<Rule> rules{
     {"adapters/curl", {"base", "platform"}, {"standard", "fmt", "posix", "curl"}},
     // GIO knows the Trash of other volumes; the home Trash and its file format are those of the desktop standard.
     {"adapters/gio", {"base", "platform", "adapters/xdg"}, {"standard", "fmt", "posix", "glib"}},
+    // Whatever stores calendars keeps them as iCalendar; what is known of that stands in one place.
+    {"adapters/ical", {"base", "platform"}, {"standard", "fmt", "libical", "icu"}},
+    {"adapters/sqlite", {"base", "platform", "adapters/ical"}, {"standard", "fmt", "posix", "sqlite"}},
+    {"adapters/eds", {"base", "platform", "adapters/ical"}, {"standard", "fmt", "posix", "glib", "eds"}},
     {"adapters/glib", {"base", "platform"}, {"standard", "fmt", "posix", "glib"}},
     {"adapters/posix", {"base", "platform"}, {"standard", "fmt", "posix", "linux"}},
     // libsecret's own interface is written in GLib's types.
