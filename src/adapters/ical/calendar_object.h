@@ -49,7 +49,7 @@ public:
     // system does not know under their names.
     static CalendarObject parse(std::string_view text);
     // With a new UID. The identifiers in the item do not matter.
-    static CalendarObject create(const CalendarEvent& event);
+    static CalendarObject create(const CalendarEvent& event, Date now);
     static CalendarObject create(const Reminder& reminder, Date now);
 
     CalendarObject(CalendarObject&&) noexcept;

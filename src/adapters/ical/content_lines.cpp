@@ -1,0 +1,97 @@
+#include "adapters/ical/content_lines.h"
+
+#include "base/text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace bridge {
+
+namespace {
+
+bool isWhiteSpace(char c) {
+    return c == ' ' || c == '\t';
+}
+
+size_t valueStart(std::string_view line) {
+    bool isQuoted = false;
+    for (size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == '"') isQuoted = !isQuoted;
+        if (line[i] == ':' && !isQuoted) return i + 1;
+    }
+    return line.size();
+}
+
+bool isControl(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return (byte < 0x20 && byte != '\t') || byte == 0x7f;
+}
+
+void finish(std::vector<ContentLine>& lines) {
+    if (lines.empty()) return;
+    auto& text = lines.back().text;
+    std::erase_if(text, isControl);
+    if (!isUTF8(text)) text = repairUTF8(text);
+    if (std::all_of(text.begin(), text.end(), isWhiteSpace)) lines.pop_back();
+}
+
+} // namespace
+
+std::string ContentLine::name() const {
+    std::string name = text.substr(0, text.find_first_of(";:"));
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+    while (!name.empty() && isWhiteSpace(name.back()))
+        name.pop_back();
+    return name;
+}
+
+std::string_view ContentLine::value() const {
+    return std::string_view(text).substr(valueStart(text));
+}
+
+std::vector<ContentLine> readContentLines(std::string_view bytes) {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (bytes.starts_with(byteOrderMark)) bytes.remove_prefix(byteOrderMark.size());
+    std::vector<ContentLine> lines;
+    size_t number = 1;
+    while (!bytes.empty()) {
+        const size_t end = std::min(bytes.find_first_of("\r\n"), bytes.size());
+        const auto line = bytes.substr(0, end);
+        if (!line.empty() && isWhiteSpace(line.front()) && !lines.empty()) {
+            lines.back().text += line.substr(1);
+        } else {
+            finish(lines);
+            lines.push_back({number, std::string(line)});
+        }
+        bytes.remove_prefix(end);
+        if (bytes.starts_with("\r\n"))
+            bytes.remove_prefix(2);
+        else if (!bytes.empty())
+            bytes.remove_prefix(1);
+        ++number;
+    }
+    finish(lines);
+    return lines;
+}
+
+std::string forLibical(const ContentLine& line) {
+    static constexpr std::array names{"SUMMARY", "DESCRIPTION", "LOCATION", "COMMENT"};
+    const auto value = line.value();
+    if (value.empty() || (!isWhiteSpace(value.front()) && !isWhiteSpace(value.back()))) return line.text;
+    if (std::find(names.begin(), names.end(), line.name()) == names.end()) return line.text;
+    // It reads a backslash before a character that needs none as a space.
+    constexpr std::string_view space = "\\_";
+    std::string protectedLine(line.text.substr(0, line.text.size() - value.size()));
+    const auto first = value.find_first_not_of(" \t");
+    const auto last = value.find_last_not_of(" \t");
+    for (size_t i = 0; i < value.size(); ++i) {
+        if (first == std::string_view::npos || i < first || i > last)
+            protectedLine += space;
+        else
+            protectedLine += value[i];
+    }
+    return protectedLine;
+}
+
+} // namespace bridge

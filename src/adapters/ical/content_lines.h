@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bridge {
+
+// A content line (RFC 5545, 3.1) without its folds and line end.
+struct ContentLine {
+    size_t number = 0; // of its first line in the file, from 1
+    std::string text;
+
+    // The name of the property, in upper case.
+    std::string name() const;
+    // The value, as far as a colon in a parameter's quotes does not count.
+    std::string_view value() const;
+};
+
+// Takes any line end and leaves out empty lines, a byte order mark, and control characters, which no line can have.
+// What is not UTF-8 becomes U+FFFD.
+std::vector<ContentLine> readContentLines(std::string_view bytes);
+
+// The lines again, in the form in which libical keeps white space at the ends of texts, which it strips otherwise.
+std::string forLibical(const ContentLine& line);
+
+} // namespace bridge
