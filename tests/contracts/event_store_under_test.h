@@ -18,6 +18,8 @@ public:
 
     // Puts the events or tasks of a VCALENDAR into a calendar by the store's own ways, as another program would have.
     virtual void put(const std::string& calendarID, std::string_view iCalendar) = 0;
+    // The components with this UID in the calendar, as another program would find them; empty when there are none.
+    virtual std::string stored(const std::string& calendarID, std::string_view uid) = 0;
     // Makes a calendar that takes no changes, and gives its identifier. What is put() into it is there to be read.
     virtual std::string addReadOnlyCalendar(EntityType entityType, std::string_view title) = 0;
     // Lets go of the store and opens it again, as a restart of the bridge does.
