@@ -42,7 +42,7 @@ std::vector<CalendarEvent> EventSearch::run(const std::vector<CalendarRow>& cale
 void EventSearch::addIndexed(const CalendarRow& calendar) {
     for (auto& found : OccurrenceTable(m_database).find(calendar.key, m_start, m_end, m_limit)) {
         const auto start = found.start.date();
-        m_candidates.push_back({start, std::max(start, found.end.date()), found.item, std::move(found.recurrenceID),
+        m_candidates.push_back({start, found.end.date(), found.item, std::move(found.recurrenceID),
                                 found.component, std::nullopt});
     }
 }
@@ -64,7 +64,7 @@ void EventSearch::addExpanded(const CalendarRow& calendar, const OpenSeries& ope
     bool isOfInterest = false;
     for (auto& occurrence : object.occurrences(from, m_end, m_limit)) {
         const auto start = occurrence.start.date();
-        const auto end = std::max(start, occurrence.end.date());
+        const auto end = occurrence.end.date();
         if (coverage.contains(occurrence) || !isWithin(start, end, m_start, m_end)) continue;
         m_candidates.push_back(
             {start, end, open.item, occurrence.recurrenceID, occurrence.component, m_expanded.size()});

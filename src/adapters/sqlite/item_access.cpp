@@ -51,7 +51,7 @@ std::optional<CalendarItem> ItemAccess::read(std::string_view identifier) const 
 
 CalendarEvent ItemAccess::create(const CalendarEvent& event) {
     const auto calendar = CalendarTable(m_database).writable(event.calendarID, EntityType::event);
-    const auto object = CalendarObject::create(event);
+    const auto object = CalendarObject::create(event, m_now);
     return describeFirst(m_items.add(calendar, object), object);
 }
 
