@@ -2,6 +2,7 @@
 
 #include "adapters/ical/calendar_file.h"
 #include "adapters/posix/system_clock.h"
+#include "adapters/sqlite/database.h"
 #include "adapters/sqlite/sqlite_event_store.h"
 #include "tests/contracts/event_store_under_test.h"
 #include "tests/support/temporary_folder.h"
@@ -17,6 +18,14 @@ public:
     void put(const std::string& calendarID, std::string_view iCalendar) override {
         SqliteEventStore otherProgram(path(), m_clock);
         otherProgram.importItems(calendarID, readCalendarFile(iCalendar).objects);
+    }
+    std::string stored(const std::string& calendarID, std::string_view uid) override {
+        Database otherProgram(path(), "calendars", {});
+        return otherProgram
+            .value<std::string>("SELECT text FROM item JOIN calendar ON calendar.key = item.calendar "
+                                "WHERE calendar.id = ? AND uid = ?",
+                                calendarID, uid)
+            .value_or("");
     }
     std::string addReadOnlyCalendar(EntityType entityType, std::string_view title) override {
         const auto sources = wait(m_store->sources());
