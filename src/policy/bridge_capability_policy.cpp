@@ -1,5 +1,7 @@
 #include "policy/bridge_capability_policy.h"
 
+#include "policy/apple_resource_access_policy.h"
+
 #include <algorithm>
 
 namespace bridge {
@@ -8,8 +10,8 @@ namespace {
 
 // What versions before the catalogue stored. Any of them means that the bridge was in use, and what used to work must
 // go on working.
-constexpr std::string_view keysOfOlderVersions[] = {"appleBridge.allowedCalendarIDs",
-                                                    "appleBridge.allowedReminderListIDs", "authorizedFileRoots.v1"};
+constexpr std::string_view keysOfOlderVersions[] = {
+    AppleResourceAccessPolicy::calendarsKey, AppleResourceAccessPolicy::reminderListsKey, "authorizedFileRoots.v1"};
 
 template <typename Predicate> std::vector<BridgeCapability> capabilitiesWhere(Predicate predicate) {
     std::vector<BridgeCapability> found;
