@@ -6,6 +6,7 @@
 #include "adapters/posix/system_clock.h"
 #include "adapters/xdg/home_trash.h"
 #include "app/build_info.h"
+#include "app/no_consent_prompt.h"
 #include "app/no_folder_chooser.h"
 #include "app/platform.h"
 
@@ -20,7 +21,8 @@ Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder) {
     platform.folderChooser = std::make_unique<NoFolderChooser>();
     platform.bookmarks = std::make_unique<PosixBookmarks>();
     platform.trash = std::make_unique<HomeTrash>(file(profile::trash));
-    platform.authorization = std::make_unique<ConsentFile>(file(profile::consent));
+    platform.consentPrompt = std::make_unique<NoConsentPrompt>();
+    platform.authorization = std::make_unique<ConsentFile>(file(profile::consent), *platform.consentPrompt);
     platform.application = std::make_unique<BuildInfo>();
     platform.clock = std::make_unique<SystemClock>();
     return platform;

@@ -2,9 +2,9 @@
 
 #include "base/event_loop.h"
 #include "platform/application_info.h"
-#include "platform/authorization.h"
 #include "platform/bookmarks.h"
 #include "platform/clock.h"
+#include "platform/consent_prompt.h"
 #include "platform/folder_chooser.h"
 #include "platform/http_client.h"
 #include "platform/secure_store.h"
@@ -24,6 +24,7 @@ struct Platform {
     std::unique_ptr<FolderChooser> folderChooser;
     std::unique_ptr<Bookmarks> bookmarks;
     std::unique_ptr<Trash> trash;
+    std::unique_ptr<ConsentPrompt> consentPrompt; // before what asks through it
     std::unique_ptr<Authorization> authorization;
     std::unique_ptr<ApplicationInfo> application;
     std::unique_ptr<Clock> clock;

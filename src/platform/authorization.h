@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/task.h"
+
 #include <optional>
 
 namespace bridge {
@@ -19,6 +21,11 @@ class Authorization {
 public:
     virtual ~Authorization() = default;
     virtual std::optional<int> status(PrivacyService service) const = 0;
+
+    // Asks the user for full access where that is still open, and answers whether it is granted now. Where the user has
+    // answered before nobody is asked again. The task ends once, when the user has answered. Throws PlatformError when
+    // nobody can be asked or the answer can't be kept; then nothing changed.
+    virtual Task<bool> requestAccess(PrivacyService service) = 0;
 };
 
 } // namespace bridge

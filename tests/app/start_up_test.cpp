@@ -1,4 +1,5 @@
 #include "adapters/jsonfile/consent_file.h"
+#include "app/no_consent_prompt.h"
 #include "tests/app/installation.h"
 
 #include <arpa/inet.h>
@@ -63,7 +64,8 @@ TEST_F(StartUp, FoldersOfAnOlderVersionEnableEverything) {
 }
 
 TEST_F(StartUp, PublishesWhatTheUserAllowed) {
-    ConsentFile consent(folder / profile::consent);
+    NoConsentPrompt nobody;
+    ConsentFile consent(folder / profile::consent, nobody);
     consent.setStatus(PrivacyService::calendar, 3);
     consent.setStatus(PrivacyService::reminders, 4);
     consent.setStatus(PrivacyService::contacts, 4);

@@ -27,6 +27,7 @@ namespace fs = std::filesystem;
 class Granted : public Authorization {
 public:
     std::optional<int> status(PrivacyService) const override { return 3; }
+    Task<bool> requestAccess(PrivacyService) override { co_return true; }
 };
 
 class NoVersion : public ApplicationInfo {

@@ -32,9 +32,22 @@ std::map<PrivacyService, std::optional<int>> readAnswers(const std::string& text
     return answers;
 }
 
+constexpr int fullAccess = 3;
+
+int denied(PrivacyService service) {
+    return service == PrivacyService::music ? 1 : 2;
+}
+
+// Whether the user still has to decide about full access: nothing was asked yet, or only for the right to add.
+bool isOpen(PrivacyService service, std::optional<int> status) {
+    const bool knowsWriteOnly = service == PrivacyService::calendar || service == PrivacyService::reminders;
+    return status == 0 || (knowsWriteOnly && status == 4);
+}
+
 } // namespace
 
-ConsentFile::ConsentFile(std::string path) : m_file(std::move(path), Trust::oursOnly) {
+ConsentFile::ConsentFile(std::string path, ConsentPrompt& prompt)
+    : m_file(std::move(path), Trust::oursOnly), m_prompt(prompt) {
     const auto text = m_file.read();
     if (!text) return;
     try {
@@ -47,6 +60,18 @@ ConsentFile::ConsentFile(std::string path) : m_file(std::move(path), Trust::ours
 std::optional<int> ConsentFile::status(PrivacyService service) const {
     const auto found = m_answers.find(service);
     return found == m_answers.end() ? std::optional(0) : found->second;
+}
+
+Task<bool> ConsentFile::requestAccess(PrivacyService service) {
+    if (isOpen(service, status(service))) {
+        const auto guard = co_await m_asking.lock();
+        // Whoever held the lock before may have asked the same.
+        if (isOpen(service, status(service))) {
+            const bool allowed = co_await m_prompt.ask(service);
+            setStatus(service, allowed ? fullAccess : denied(service));
+        }
+    }
+    co_return status(service) == fullAccess;
 }
 
 void ConsentFile::setStatus(PrivacyService service, std::optional<int> status) {

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "adapters/jsonfile/private_file.h"
-#include "platform/authorization.h"
+#include "base/async_mutex.h"
+#include "platform/consent_prompt.h"
 
 #include <map>
 #include <string>
@@ -16,15 +17,19 @@ namespace bridge {
 // entry was never asked about. A damaged file grants nothing.
 class ConsentFile : public Authorization {
 public:
-    // `path` is absolute. Throws PlatformError when there is a file that can't be read.
-    explicit ConsentFile(std::string path);
+    // `path` is absolute, `prompt` outlives the object. Throws PlatformError when there is a file that can't be read.
+    ConsentFile(std::string path, ConsentPrompt& prompt);
 
     std::optional<int> status(PrivacyService service) const override;
+    // One question at a time; who asks for the same meanwhile gets the same answer.
+    Task<bool> requestAccess(PrivacyService service) override;
     // Kept for the next start. Throws PlatformError when it can't be saved; then nothing changed.
     void setStatus(PrivacyService service, std::optional<int> status);
 
 private:
     PrivateFile m_file;
+    ConsentPrompt& m_prompt;
+    AsyncMutex m_asking;
     std::map<PrivacyService, std::optional<int>> m_answers;
 };
 

@@ -1,8 +1,9 @@
 #include "bridges/common/permission_state.h"
 
+#include "tests/fakes/scripted_authorization.h"
+
 #include <gtest/gtest.h>
 #include <limits>
-#include <map>
 #include <vector>
 
 namespace bridge {
@@ -12,16 +13,6 @@ using State = BridgePermissionState;
 
 constexpr PrivacyService allServices[] = {PrivacyService::calendar, PrivacyService::reminders, PrivacyService::contacts,
                                           PrivacyService::music, PrivacyService::location};
-
-class Answers : public Authorization {
-public:
-    std::map<PrivacyService, int> numbers; // a service without one does not exist
-
-    std::optional<int> status(PrivacyService service) const override {
-        const auto found = numbers.find(service);
-        return found == numbers.end() ? std::nullopt : std::optional(found->second);
-    }
-};
 
 // Every number up to two beyond the last known one.
 std::vector<State> statesOf(State (*map)(int)) {
@@ -74,16 +65,18 @@ TEST(PermissionState, EachServiceHasItsOwnNumbers) {
 }
 
 TEST(PermissionState, IsUnavailableWhereTheServiceDoesNotExist) {
-    Answers answers;
+    ScriptedAuthorization answers;
+    for (const auto service : allServices)
+        answers.statuses[service] = std::nullopt;
     for (const auto service : allServices)
         EXPECT_EQ(permissionState(answers, service), State::unavailable);
 }
 
 TEST(PermissionState, IsReadAnewEachTime) {
-    Answers answers;
-    answers.numbers[PrivacyService::music] = 0;
+    ScriptedAuthorization answers;
+    answers.statuses[PrivacyService::music] = 0;
     EXPECT_EQ(permissionState(answers, PrivacyService::music), State::notDetermined);
-    answers.numbers[PrivacyService::music] = 1;
+    answers.statuses[PrivacyService::music] = 1;
     EXPECT_EQ(permissionState(answers, PrivacyService::music), State::denied);
 }
 
