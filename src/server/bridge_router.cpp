@@ -39,8 +39,10 @@ Task<BridgeResponse> BridgeRouter::endpoint(ParsedHTTPRequest request) {
         co_return named("unauthorized", responder.error(serverErrors::unauthorized,
                                                         "The Agent Server credential is missing or invalid."));
 
-    if (request.method == "GET" && request.path == "/health")
-        co_return named("health", responder.success(std::get<const BridgeStatus&>(m_bridges).health()));
+    if (request.method == "GET" && request.path == "/health") {
+        auto health = co_await std::get<const BridgeStatus&>(m_bridges).health();
+        co_return named("health", responder.success(std::move(health)));
+    }
     if (request.method == "POST" && request.path == "/v1/execute") {
         auto answer = co_await execute(std::move(request.body));
         co_return answer;

@@ -1,22 +1,21 @@
-#include "bridges/calendar/calendar_requests.h"
+#include "bridges/calendar/apple_data_bridge.h"
 #include "server/operation_rows.h"
 #include "server/operation_tables.h"
-#include "server/payloads.h"
 
 namespace bridge {
 
 namespace {
 
 constexpr std::array rows{
-    later("calendar.list", BridgeCapability::calendarsRead),
-    later("calendar.sources.list", BridgeCapability::calendarCreate),
-    later<CreateAppleListRequest>("calendar.create", BridgeCapability::calendarCreate),
-    later<UpdateAppleListRequest>("calendar.update", BridgeCapability::calendarUpdate),
-    later<IdentifierPayload>("calendar.delete", BridgeCapability::calendarDelete, Confirm::always),
-    later<SearchEventsPayload>("calendar.events.search", BridgeCapability::calendarEventsRead),
-    later<CreateCalendarEventRequest>("calendar.events.create", BridgeCapability::calendarEventCreate),
-    later<UpdateCalendarEventRequest>("calendar.events.update", BridgeCapability::calendarEventUpdate),
-    later<IdentifierPayload>("calendar.events.delete", BridgeCapability::calendarEventDelete, Confirm::always),
+    operation<&AppleDataBridge::authorizedCalendars>("calendar.list", BridgeCapability::calendarsRead),
+    operation<&AppleDataBridge::listCalendarSources>("calendar.sources.list", BridgeCapability::calendarCreate),
+    operation<&AppleDataBridge::createCalendar>("calendar.create", BridgeCapability::calendarCreate),
+    operation<&AppleDataBridge::updateCalendar>("calendar.update", BridgeCapability::calendarUpdate),
+    deletion<&AppleDataBridge::deleteCalendar>("calendar.delete", BridgeCapability::calendarDelete),
+    operation<&AppleDataBridge::searchEvents>("calendar.events.search", BridgeCapability::calendarEventsRead),
+    operation<&AppleDataBridge::createEvent>("calendar.events.create", BridgeCapability::calendarEventCreate),
+    operation<&AppleDataBridge::updateEvent>("calendar.events.update", BridgeCapability::calendarEventUpdate),
+    deletion<&AppleDataBridge::deleteEvent>("calendar.events.delete", BridgeCapability::calendarEventDelete),
 };
 static_assert(wellFormed(rows));
 

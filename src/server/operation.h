@@ -11,11 +11,12 @@
 
 namespace bridge {
 
+class AppleDataBridge;
 class BridgeStatus;
 class FileDataBridge;
 
 // The objects that operations call, found by their type. They outlive every request.
-using BridgeSet = std::tuple<const BridgeStatus&, FileDataBridge&>;
+using BridgeSet = std::tuple<const BridgeStatus&, AppleDataBridge&, FileDataBridge&>;
 
 // When a client must say `"confirmed": true`.
 enum class Confirm { never, always, whenOverwriting };

@@ -2,6 +2,7 @@
 
 #include "bridges/common/results.h"
 #include "server/operation.h"
+#include "server/payloads.h"
 
 #include <concepts>
 
@@ -9,8 +10,9 @@
 //
 //     operation<&FileDataBridge::listFiles>("files.list", BridgeCapability::filesList)
 //
-// A call is a member function of a bridge that takes its request record or nothing, and answers with a record, a Task
-// of one, or nothing (deletions and acts without a result have builders of their own below).
+// A call is a member function of a bridge that takes its request record, the identifier of what it is about, or
+// nothing, and answers with a record, a Task of one, or nothing (deletions and acts without a result have builders of
+// their own below).
 
 namespace bridge {
 
@@ -27,27 +29,25 @@ template <typename T> struct ResultOf<Task<T>> {
     static constexpr bool waits = true;
 };
 
+// The record on the wire for what a call takes.
+template <typename Argument> struct RequestFor { using Type = Argument; };
+template <> struct RequestFor<std::string> { using Type = IdentifierPayload; };
+
 template <typename Signature> struct CallShape;
 template <typename B, typename R, typename Q> struct CallShape<R (B::*)(Q)> {
     using Bridge = B;
-    using Request = std::remove_cvref_t<Q>;
+    using Argument = std::remove_cvref_t<Q>;
+    using Request = typename RequestFor<Argument>::Type;
     using Result = ResultOf<R>;
 };
-template <typename B, typename R, typename Q> struct CallShape<R (B::*)(Q) const> {
-    using Bridge = B;
-    using Request = std::remove_cvref_t<Q>;
-    using Result = ResultOf<R>;
-};
+template <typename B, typename R, typename Q> struct CallShape<R (B::*)(Q) const> : CallShape<R (B::*)(Q)> {};
 template <typename B, typename R> struct CallShape<R (B::*)()> {
     using Bridge = B;
+    using Argument = NoRequest;
     using Request = NoRequest;
     using Result = ResultOf<R>;
 };
-template <typename B, typename R> struct CallShape<R (B::*)() const> {
-    using Bridge = B;
-    using Request = NoRequest;
-    using Result = ResultOf<R>;
-};
+template <typename B, typename R> struct CallShape<R (B::*)() const> : CallShape<R (B::*)()> {};
 
 template <typename T, typename... Each> constexpr bool holds(const std::tuple<Each...>*) {
     return (std::same_as<T, Each> || ...);
@@ -92,8 +92,10 @@ protected:
 template <auto call> auto invoke(const BridgeSet& bridges, auto request) {
     using Shape = CallShape<decltype(call)>;
     auto& bridge = bridgeOf<typename Shape::Bridge>(bridges);
-    if constexpr (std::same_as<typename Shape::Request, NoRequest>)
+    if constexpr (std::same_as<typename Shape::Argument, NoRequest>)
         return (bridge.*call)();
+    else if constexpr (std::same_as<typename Shape::Argument, std::string>)
+        return (bridge.*call)(std::move(request.identifier));
     else
         return (bridge.*call)(std::move(request));
 }
@@ -216,7 +218,8 @@ consteval Operation operation(std::string_view name, std::span<const BridgeCapab
 }
 
 // Always confirmed; answers with the identifier that `member` of the request holds.
-template <auto call, auto member> consteval Operation deletion(std::string_view name, BridgeCapability capability) {
+template <auto call, auto member = &IdentifierPayload::identifier>
+consteval Operation deletion(std::string_view name, BridgeCapability capability) {
     return detail::callRow<call, detail::FixedCapability{}, detail::DeletionResult<member>>(name, capability, {},
                                                                                             Confirm::always);
 }

@@ -1,33 +1,22 @@
 #pragma once
 
-#include "base/record.h"
+#include "base/task.h"
+#include "bridges/calendar/calendar_results.h"
 #include "bridges/common/permission_state.h"
 
 namespace bridge {
 
-// How much of one kind of container the agent may touch: those on the allow-list that exist, and those that exist.
-struct BridgeResourceAccessSnapshot {
-    int64_t allowed = 0;
-    int64_t available = 0;
-
-    static constexpr auto fields() {
-        return std::tuple{required("allowed", &BridgeResourceAccessSnapshot::allowed),
-                          required("available", &BridgeResourceAccessSnapshot::available)};
-    }
-};
-static_assert(listsEveryMember<BridgeResourceAccessSnapshot>());
-
 // Everything the user has granted, at one moment.
 struct BridgePermissionSnapshot {
-    BridgePermissionState calendar;
-    BridgePermissionState reminders;
+    BridgePermissionState calendar = BridgePermissionState::unknown;
+    BridgePermissionState reminders = BridgePermissionState::unknown;
     BridgeResourceAccessSnapshot calendarResources;
     BridgeResourceAccessSnapshot reminderListResources;
-    BridgePermissionState contacts;
-    BridgePermissionState music;
-    BridgePermissionState health; // always unavailable
-    BridgePermissionState home;   // always unavailable
-    BridgePermissionState location;
+    BridgePermissionState contacts = BridgePermissionState::unknown;
+    BridgePermissionState music = BridgePermissionState::unknown;
+    BridgePermissionState health = BridgePermissionState::unavailable; // always
+    BridgePermissionState home = BridgePermissionState::unavailable;   // always
+    BridgePermissionState location = BridgePermissionState::unknown;
     int64_t fileRoots = 0;
     std::map<std::string, bool> capabilities; // raw value to enabled
 
@@ -60,25 +49,32 @@ struct BridgeHealth {
 };
 static_assert(listsEveryMember<BridgeHealth>());
 
+class AppleDataBridge;
 class Authorization;
 class ApplicationInfo;
 class BridgeCapabilityPolicy;
 class FileDataBridge;
 
-// Answers for the bridge as a whole. What it reads from must outlive it.
+// Answers for the bridge as a whole. What it reads from must outlive it, and it its tasks.
 class BridgeStatus {
 public:
     BridgeStatus(const Authorization& authorization, const ApplicationInfo& application,
-                 const BridgeCapabilityPolicy& policy, const FileDataBridge& files)
-        : m_authorization(authorization), m_application(application), m_policy(policy), m_files(files) {}
+                 const BridgeCapabilityPolicy& policy, AppleDataBridge& dataBridge, const FileDataBridge& files)
+        : m_authorization(authorization),
+          m_application(application),
+          m_policy(policy),
+          m_dataBridge(dataBridge),
+          m_files(files) {}
 
-    BridgePermissionSnapshot permissions() const;
-    BridgeHealth health() const;
+    // Neither ever throws: what can't be counted counts as nothing.
+    Task<BridgePermissionSnapshot> permissions() const;
+    Task<BridgeHealth> health() const;
 
 private:
     const Authorization& m_authorization;
     const ApplicationInfo& m_application;
     const BridgeCapabilityPolicy& m_policy;
+    AppleDataBridge& m_dataBridge;
     const FileDataBridge& m_files;
 };
 

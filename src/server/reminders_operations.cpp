@@ -1,23 +1,21 @@
-#include "bridges/calendar/calendar_requests.h"
-#include "bridges/calendar/reminder_requests.h"
+#include "bridges/calendar/apple_data_bridge.h"
 #include "server/operation_rows.h"
 #include "server/operation_tables.h"
-#include "server/payloads.h"
 
 namespace bridge {
 
 namespace {
 
 constexpr std::array rows{
-    later("reminders.lists.list", BridgeCapability::reminderListsRead),
-    later("reminders.sources.list", BridgeCapability::reminderListCreate),
-    later<CreateAppleListRequest>("reminders.lists.create", BridgeCapability::reminderListCreate),
-    later<UpdateAppleListRequest>("reminders.lists.update", BridgeCapability::reminderListUpdate),
-    later<IdentifierPayload>("reminders.lists.delete", BridgeCapability::reminderListDelete, Confirm::always),
-    later<SearchRemindersRequest>("reminders.search", BridgeCapability::reminderItemsRead),
-    later<CreateReminderRequest>("reminders.create", BridgeCapability::reminderCreate),
-    later<UpdateReminderRequest>("reminders.update", BridgeCapability::reminderUpdate),
-    later<IdentifierPayload>("reminders.delete", BridgeCapability::reminderDelete, Confirm::always),
+    operation<&AppleDataBridge::authorizedReminderLists>("reminders.lists.list", BridgeCapability::reminderListsRead),
+    operation<&AppleDataBridge::listReminderSources>("reminders.sources.list", BridgeCapability::reminderListCreate),
+    operation<&AppleDataBridge::createReminderList>("reminders.lists.create", BridgeCapability::reminderListCreate),
+    operation<&AppleDataBridge::updateReminderList>("reminders.lists.update", BridgeCapability::reminderListUpdate),
+    deletion<&AppleDataBridge::deleteReminderList>("reminders.lists.delete", BridgeCapability::reminderListDelete),
+    operation<&AppleDataBridge::searchReminders>("reminders.search", BridgeCapability::reminderItemsRead),
+    operation<&AppleDataBridge::createReminder>("reminders.create", BridgeCapability::reminderCreate),
+    operation<&AppleDataBridge::updateReminder>("reminders.update", BridgeCapability::reminderUpdate),
+    deletion<&AppleDataBridge::deleteReminder>("reminders.delete", BridgeCapability::reminderDelete),
 };
 static_assert(wellFormed(rows));
 
