@@ -16,11 +16,12 @@ struct FinallyNotInProgress {
 
 BridgeModel::BridgeModel(EventLoop& loop, Platform& platform, BridgeCapabilityPolicy& policy)
     : m_platform(platform),
+      dataBridge(*platform.eventStore, *platform.authorization, *platform.defaults),
       files(*platform.defaults, *platform.bookmarks, *platform.folderChooser, *platform.trash),
       capabilityPolicy(policy),
       pairingStore(*platform.defaults, *platform.secureStore, *platform.httpClient),
-      m_status(*platform.authorization, *platform.application, policy, files),
-      m_router(BridgeSet(m_status, files), policy, pairingStore, *platform.clock),
+      m_status(*platform.authorization, *platform.application, policy, dataBridge, files),
+      m_router(BridgeSet(m_status, dataBridge, files), policy, pairingStore, *platform.clock),
       httpServer(loop, m_router, *platform.clock) {
     agentServerURL.set(pairingStore.serverURL());
 }
@@ -33,18 +34,80 @@ Task<> BridgeModel::start() {
         log::note(*lastError.get());
     }
     isPaired.set(pairingStore.isPaired());
-    refresh();
+    co_await readState();
     httpServer.start();
 }
 
-void BridgeModel::refresh() {
+Task<> BridgeModel::refresh() {
+    lastError.set(std::nullopt);
+    co_await readState();
+}
+
+Task<> BridgeModel::requestCalendarAccess() {
+    return act(dataBridge.requestCalendarAccess());
+}
+
+Task<> BridgeModel::requestRemindersAccess() {
+    return act(dataBridge.requestRemindersAccess());
+}
+
+Task<> BridgeModel::setCalendar(std::string identifier, bool authorized) {
+    return act(dataBridge.setCalendar(std::move(identifier), authorized));
+}
+
+Task<> BridgeModel::setReminderList(std::string identifier, bool authorized) {
+    return act(dataBridge.setReminderList(std::move(identifier), authorized));
+}
+
+Task<> BridgeModel::setAllCalendars(bool authorized) {
+    return act(dataBridge.setAllCalendars(authorized));
+}
+
+Task<> BridgeModel::setAllReminderLists(bool authorized) {
+    return act(dataBridge.setAllReminderLists(authorized));
+}
+
+Task<> BridgeModel::act(Task<> action) {
+    std::optional<std::string> failure;
+    try {
+        co_await std::move(action);
+    } catch (const std::exception& error) {
+        failure = error.what();
+    }
+    co_await refresh();
+    if (failure) lastError.set(std::move(failure));
+}
+
+void BridgeModel::readPermissions() {
     const auto& authorization = *m_platform.authorization;
     calendarPermission.set(permissionState(authorization, PrivacyService::calendar));
     remindersPermission.set(permissionState(authorization, PrivacyService::reminders));
     contactsPermission.set(permissionState(authorization, PrivacyService::contacts));
     musicPermission.set(permissionState(authorization, PrivacyService::music));
     locationPermission.set(permissionState(authorization, PrivacyService::location));
+}
+
+Task<> BridgeModel::readState() {
+    readPermissions();
+    allowedCalendarIDs.set(dataBridge.accessPolicy().calendarIDs());
+    allowedReminderListIDs.set(dataBridge.accessPolicy().reminderListIDs());
     enabledCapabilities.set(capabilityPolicy.enabledCapabilities());
+    co_await offer(calendars, dataBridge.listCalendars(), "calendars");
+    co_await offer(reminderLists, dataBridge.listReminderLists(), "reminder lists");
+}
+
+// Without full access there is nothing to choose from, and that is no failure.
+Task<> BridgeModel::offer(Published<std::vector<AppleListDescriptor>>& shown,
+                          Task<std::vector<AppleListDescriptor>> listing, std::string_view what) {
+    try {
+        auto listed = co_await std::move(listing);
+        shown.set(std::move(listed));
+    } catch (const AppleBridgeError&) {
+        shown.set({});
+    } catch (const PlatformError& error) {
+        lastError.set("The " + std::string(what) + " could not be read: " + error.what());
+        log::note(*lastError.get());
+    }
 }
 
 Task<> BridgeModel::pair(std::string code) {

@@ -2,6 +2,7 @@
 
 #include "app/platform.h"
 #include "base/published.h"
+#include "bridges/calendar/apple_data_bridge.h"
 #include "bridges/common/permission_state.h"
 #include "bridges/files/file_data_bridge.h"
 #include "policy/bridge_capability_policy.h"
@@ -25,8 +26,17 @@ public:
     // wrong is in `lastError` or in the server's state.
     Task<> start();
 
-    // Reads every permission and the enabled capabilities anew.
-    void refresh();
+    // Reads every permission, the calendars and lists, which of them are allowed, and the enabled capabilities anew.
+    // What fails is in `lastError`, and what was known of it before stays.
+    Task<> refresh();
+
+    // What the user does with calendars and reminder lists. Each ends with a refresh; its failure is in `lastError`.
+    Task<> requestCalendarAccess();
+    Task<> requestRemindersAccess();
+    Task<> setCalendar(std::string identifier, bool authorized);
+    Task<> setReminderList(std::string identifier, bool authorized);
+    Task<> setAllCalendars(bool authorized);
+    Task<> setAllReminderLists(bool authorized);
 
     // With the one-time code that the user typed, at `agentServerURL`. Its outcome is in `pairingStatusMessage`.
     Task<> pair(std::string code);
@@ -37,6 +47,11 @@ public:
     Published<BridgePermissionState> contactsPermission{BridgePermissionState::unknown};
     Published<BridgePermissionState> musicPermission{BridgePermissionState::unknown};
     Published<BridgePermissionState> locationPermission{BridgePermissionState::unknown};
+    // Everything that the store offers; empty without full access.
+    Published<std::vector<AppleListDescriptor>> calendars;
+    Published<std::vector<AppleListDescriptor>> reminderLists;
+    Published<std::set<std::string>> allowedCalendarIDs;
+    Published<std::set<std::string>> allowedReminderListIDs;
     Published<std::set<BridgeCapability>> enabledCapabilities;
     Published<std::string> agentServerURL;
     Published<bool> isPaired{false};
@@ -45,9 +60,16 @@ public:
     Published<std::optional<std::string>> lastError;
 
 private:
+    void readPermissions();
+    Task<> readState();
+    Task<> offer(Published<std::vector<AppleListDescriptor>>& shown, Task<std::vector<AppleListDescriptor>> listing,
+                 std::string_view what);
+    Task<> act(Task<> action);
+
     Platform& m_platform;
 
 public:
+    AppleDataBridge dataBridge;
     FileDataBridge files;
     BridgeCapabilityPolicy& capabilityPolicy;
     BridgePairingStore pairingStore;

@@ -23,6 +23,7 @@ Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder) {
     platform.trash = std::make_unique<HomeTrash>(file(profile::trash));
     platform.consentPrompt = std::make_unique<NoConsentPrompt>();
     platform.authorization = std::make_unique<ConsentFile>(file(profile::consent), *platform.consentPrompt);
+    // platform.eventStore = ...: the embedded store of calendars goes here
     platform.application = std::make_unique<BuildInfo>();
     platform.clock = std::make_unique<SystemClock>();
     return platform;

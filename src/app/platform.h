@@ -5,6 +5,7 @@
 #include "platform/bookmarks.h"
 #include "platform/clock.h"
 #include "platform/consent_prompt.h"
+#include "platform/event_store.h"
 #include "platform/folder_chooser.h"
 #include "platform/http_client.h"
 #include "platform/secure_store.h"
@@ -26,6 +27,7 @@ struct Platform {
     std::unique_ptr<Trash> trash;
     std::unique_ptr<ConsentPrompt> consentPrompt; // before what asks through it
     std::unique_ptr<Authorization> authorization;
+    std::unique_ptr<EventStore> eventStore;
     std::unique_ptr<ApplicationInfo> application;
     std::unique_ptr<Clock> clock;
 };

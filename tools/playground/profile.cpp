@@ -76,7 +76,7 @@ std::string prepare(EventLoop& loop, BridgeModel& model, Platform& platform, con
         loop.runUntilDone(model.unpair());
     else if (!model.isPaired.get())
         pair(loop, model);
-    model.refresh();
+    loop.runUntilDone(model.refresh());
     return model.pairingStore.credential().value_or("");
 }
 
