@@ -3,7 +3,6 @@
 #include "base/text.h"
 
 #include <algorithm>
-#include <array>
 
 namespace bridge {
 
@@ -31,7 +30,10 @@ void finish(std::vector<ContentLine>& lines) {
     if (lines.empty()) return;
     auto& text = lines.back().text;
     std::erase_if(text, isControl);
-    if (!isUTF8(text)) text = repairUTF8(text);
+    if (!isUTF8(text)) {
+        text = repairUTF8(text);
+        lines.back().isRepaired = true;
+    }
     if (std::all_of(text.begin(), text.end(), isWhiteSpace)) lines.pop_back();
 }
 
@@ -62,7 +64,7 @@ std::vector<ContentLine> readContentLines(std::string_view bytes) {
             lines.back().text += line.substr(1);
         } else {
             finish(lines);
-            lines.push_back({number, std::string(line)});
+            lines.push_back({.number = number, .text = std::string(line)});
         }
         bytes.remove_prefix(end);
         if (bytes.starts_with("\r\n"))
@@ -73,25 +75,6 @@ std::vector<ContentLine> readContentLines(std::string_view bytes) {
     }
     finish(lines);
     return lines;
-}
-
-std::string forLibical(const ContentLine& line) {
-    static constexpr std::array names{"SUMMARY", "DESCRIPTION", "LOCATION", "COMMENT"};
-    const auto value = line.value();
-    if (value.empty() || (!isWhiteSpace(value.front()) && !isWhiteSpace(value.back()))) return line.text;
-    if (std::find(names.begin(), names.end(), line.name()) == names.end()) return line.text;
-    // It reads a backslash before a character that needs none as a space.
-    constexpr std::string_view space = "\\_";
-    std::string protectedLine(line.text.substr(0, line.text.size() - value.size()));
-    const auto first = value.find_first_not_of(" \t");
-    const auto last = value.find_last_not_of(" \t");
-    for (size_t i = 0; i < value.size(); ++i) {
-        if (first == std::string_view::npos || i < first || i > last)
-            protectedLine += space;
-        else
-            protectedLine += value[i];
-    }
-    return protectedLine;
 }
 
 } // namespace bridge

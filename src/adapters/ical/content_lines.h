@@ -10,6 +10,7 @@ namespace bridge {
 struct ContentLine {
     size_t number = 0; // of its first line in the file, from 1
     std::string text;
+    bool isRepaired = false; // it was not UTF-8
 
     // The name of the property, in upper case.
     std::string name() const;
@@ -20,8 +21,5 @@ struct ContentLine {
 // Takes any line end and leaves out empty lines, a byte order mark, and control characters, which no line can have.
 // What is not UTF-8 becomes U+FFFD.
 std::vector<ContentLine> readContentLines(std::string_view bytes);
-
-// The lines again, in the form in which libical keeps white space at the ends of texts, which it strips otherwise.
-std::string forLibical(const ContentLine& line);
 
 } // namespace bridge

@@ -1,5 +1,6 @@
 #include "adapters/ical/library.h"
 
+#include "adapters/ical/shield.h"
 #include "base/platform_error.h"
 #include "base/text.h"
 
@@ -60,7 +61,7 @@ using Buffer = std::unique_ptr<char, BufferDeleter>;
 
 std::string valueText(icalproperty* property) {
     const Buffer text(icalproperty_get_value_as_string_r(property));
-    return text ? text.get() : "";
+    return text ? unshield(text.get()) : "";
 }
 
 std::optional<std::string> textOf(icalcomponent* component, icalproperty_kind kind) {
@@ -70,7 +71,7 @@ std::optional<std::string> textOf(icalcomponent* component, icalproperty_kind ki
     std::string text;
     switch (icalvalue_isa(value)) {
     case ICAL_TEXT_VALUE:
-        if (const char* content = icalvalue_get_text(value)) text = content;
+        if (const char* content = icalvalue_get_text(value)) text = unshield(content);
         break;
     default:
         text = valueText(property);
@@ -111,7 +112,7 @@ void setText(icalcomponent* component, icalproperty_kind kind, const std::option
 std::string componentText(icalcomponent* component) {
     const Buffer text(icalcomponent_as_ical_string_r(component));
     if (!text) throw PlatformError("The calendar item could not be written.");
-    return text.get();
+    return unshield(text.get());
 }
 
 ICalPointer<icalcomponent> clone(icalcomponent* component) {

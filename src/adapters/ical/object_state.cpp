@@ -1,6 +1,7 @@
 #include "adapters/ical/object_state.h"
 
 #include "adapters/ical/content_lines.h"
+#include "adapters/ical/shield.h"
 #include "base/platform_error.h"
 #include "base/uuid.h"
 
@@ -21,7 +22,7 @@ std::string readableText(std::string_view text) {
         if (name == "BEGIN" && ++depth > deepest) throw PlatformError("The calendar item is nested too deeply.");
         if (name == "END") --depth;
         if (depth < 0) throw PlatformError("The calendar item ends before it begins.");
-        lines += forLibical(line);
+        lines += shield(line);
         lines += "\r\n";
     }
     return lines;
