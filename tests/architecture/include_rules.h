@@ -29,11 +29,17 @@ inline const std::vector<Rule> rules{
     // Whatever stores calendars keeps them as iCalendar; what is known of that stands in one place.
     {"adapters/ical", {"base", "platform"}, {"standard", "fmt", "libical", "icu"}},
     {"adapters/sqlite", {"base", "platform", "adapters/ical"}, {"standard", "fmt", "posix", "sqlite"}},
-    {"adapters/eds", {"base", "platform", "adapters/ical"}, {"standard", "fmt", "posix", "glib", "eds"}},
+    {"adapters/eds",
+     {"base", "platform", "adapters/dbus", "adapters/ical"},
+     {"standard", "fmt", "posix", "glib", "eds"}},
+    // The session bus, by GLib, for all who speak over it.
+    {"adapters/dbus", {}, {"standard", "glib"}},
     {"adapters/glib", {"base", "platform"}, {"standard", "fmt", "posix", "glib"}},
     {"adapters/posix", {"base", "platform"}, {"standard", "fmt", "posix", "linux"}},
     // libsecret's own interface is written in GLib's types.
-    {"adapters/secretservice", {"base", "platform"}, {"standard", "fmt", "posix", "glib", "libsecret"}},
+    {"adapters/secretservice",
+     {"base", "platform", "adapters/dbus"},
+     {"standard", "fmt", "posix", "glib", "libsecret"}},
     // The wiring names every adapter, but speaks to their systems through them.
     {"app", {"*"}, {"standard", "fmt", "posix", "libuv", "qt"}},
 };

@@ -1,6 +1,6 @@
 #include "adapters/secretservice/keyring.h"
 
-#include "adapters/secretservice/session_bus.h"
+#include "adapters/dbus/session_bus.h"
 
 namespace bridge {
 

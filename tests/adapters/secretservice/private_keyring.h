@@ -1,30 +1,13 @@
 #pragma once
 
-#include "tests/adapters/secretservice/child_process.h"
+#include "tests/support/child_process.h"
 #include "tests/support/temporary_folder.h"
 
-#include <gtest/gtest.h>
 #include <memory>
-#include <optional>
 
 namespace bridge {
 
-// A session bus of the tests' own, which starts no service by itself, for the whole program: GLib keeps to the first
-// bus it meets.
-class PrivateBus : public testing::Environment {
-public:
-    static bool isPossible() { return ChildProcess::isInstalled("dbus-daemon"); }
-    static const std::string& address();
-
-    void SetUp() override;
-    void TearDown() override;
-
-private:
-    std::optional<TemporaryFolder> m_folder;
-    std::unique_ptr<ChildProcess> m_daemon;
-};
-
-// A GNOME Keyring on that bus with a home of its own. It may be ended and started again over the same home.
+// A GNOME Keyring on the tests' own bus, with a home of its own. It may be ended and started again over the same home.
 class PrivateKeyring {
 public:
     enum class State { unlocked, locked };

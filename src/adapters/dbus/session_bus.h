@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/secretservice/glib_pointer.h"
+#include "adapters/dbus/glib_pointer.h"
 
 namespace bridge {
 

@@ -10,7 +10,7 @@
 
 namespace bridge {
 
-// A program that a test started; it ends with the test.
+// A program that a test started; it ends with the test, and so does whatever it started itself.
 class ChildProcess {
 public:
     // `input` is its whole standard input; what it says on standard output can be read from output().
@@ -21,7 +21,7 @@ public:
     ~ChildProcess() { end(); }
 
     void send(int signal) const { ::kill(m_pid, signal); }
-    // Kills it and waits for its end.
+    // Kills it and its descendants and waits for the end of all.
     void end();
     // Blocks for a line without its end; empty when the program ends before.
     std::string readLine();

@@ -1,4 +1,4 @@
-#include "adapters/secretservice/session_bus.h"
+#include "adapters/dbus/session_bus.h"
 
 #include <string_view>
 

@@ -1,4 +1,4 @@
-#include "tests/adapters/secretservice/child_process.h"
+#include "tests/support/child_process.h"
 
 #include <array>
 #include <cstdlib>
@@ -42,16 +42,21 @@ ChildProcess::ChildProcess(std::vector<std::string> command, const std::map<std:
     const auto variables = pointers(assignments);
     Pipe in;
     Pipe out;
+    // Descendants whose own parent is gone become ours, to be waited for.
+    prctl(PR_SET_CHILD_SUBREAPER, 1);
     m_pid = fork();
     if (m_pid < 0) throw std::runtime_error("no process");
     if (m_pid == 0) {
         // Also when the test crashes.
         prctl(PR_SET_PDEATHSIG, SIGKILL);
+        setpgid(0, 0);
         dup2(in.reading.get(), STDIN_FILENO);
         dup2(out.writing.get(), STDOUT_FILENO);
         execvpe(arguments[0], arguments.data(), variables.data());
         _exit(127);
     }
+    // On both sides, for either may be first.
+    setpgid(m_pid, m_pid);
     m_output = std::move(out.reading);
     if (write(in.writing.get(), input.data(), input.size()) != static_cast<ssize_t>(input.size()))
         throw std::runtime_error("the program takes no input");
@@ -59,8 +64,9 @@ ChildProcess::ChildProcess(std::vector<std::string> command, const std::map<std:
 
 void ChildProcess::end() {
     if (m_pid == 0) return;
-    ::kill(m_pid, SIGKILL);
-    waitpid(m_pid, nullptr, 0);
+    ::kill(-m_pid, SIGKILL);
+    while (waitpid(-m_pid, nullptr, 0) > 0) {
+    }
     m_pid = 0;
 }
 
