@@ -4,6 +4,7 @@
 #include "adapters/jsonfile/json_file_user_defaults.h"
 #include "adapters/posix/posix_bookmarks.h"
 #include "adapters/posix/system_clock.h"
+#include "adapters/sqlite/sqlite_event_store.h"
 #include "adapters/xdg/home_trash.h"
 #include "app/build_info.h"
 #include "app/no_consent_prompt.h"
@@ -23,9 +24,9 @@ Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder) {
     platform.trash = std::make_unique<HomeTrash>(file(profile::trash));
     platform.consentPrompt = std::make_unique<NoConsentPrompt>();
     platform.authorization = std::make_unique<ConsentFile>(file(profile::consent), *platform.consentPrompt);
-    // platform.eventStore = ...: the embedded store of calendars goes here
     platform.application = std::make_unique<BuildInfo>();
     platform.clock = std::make_unique<SystemClock>();
+    platform.eventStore = std::make_unique<SqliteEventStore>(file(profile::calendars), *platform.clock);
     return platform;
 }
 

@@ -27,9 +27,9 @@ struct Platform {
     std::unique_ptr<Trash> trash;
     std::unique_ptr<ConsentPrompt> consentPrompt; // before what asks through it
     std::unique_ptr<Authorization> authorization;
-    std::unique_ptr<EventStore> eventStore;
     std::unique_ptr<ApplicationInfo> application;
     std::unique_ptr<Clock> clock;
+    std::unique_ptr<EventStore> eventStore; // after the clock that it looks at
 };
 
 // What the embedded adapters call their files.
@@ -38,6 +38,7 @@ constexpr const char* defaults = "defaults.json";
 constexpr const char* credential = "credential.json";
 constexpr const char* consent = "consent.json";
 constexpr const char* trash = "Trash";
+constexpr const char* calendars = "calendars.db";
 } // namespace profile
 
 // The adapters that need no service of the desktop, with every file below `folder`.
