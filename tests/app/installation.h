@@ -5,7 +5,9 @@
 #include "app/process.h"
 #include "base/log.h"
 #include "base/record.h"
+#include "tests/fakes/failing_event_store.h"
 #include "tests/fakes/failing_secure_store.h"
+#include "tests/fakes/sample_event_store.h"
 #include "tests/support/temporary_folder.h"
 #include "tools/agent_server/stand_in_agent_server.h"
 
@@ -21,10 +23,19 @@ inline FailingSecureStore& putFailingStoreBefore(SecureStore& real, Platform& pl
     return seen;
 }
 
-// One run of the program over a folder, put together as the program does it. Its secure store can be made to fail.
+inline FailingEventStore& putFailingStoreBefore(EventStore& real, Platform& platform) {
+    auto failing = std::make_unique<FailingEventStore>(real);
+    auto& seen = *failing;
+    platform.eventStore = std::move(failing);
+    return seen;
+}
+
+// One run of the program over a folder, put together as the program does it. Its stores can be made to fail.
 class ProgramRun {
 public:
-    explicit ProgramRun(const TemporaryFolder& folder) : platform(openEmbeddedPlatform(loop, folder.path())) {}
+    // The calendars are the test's own and outlive the run.
+    ProgramRun(const TemporaryFolder& folder, EventStore& calendars)
+        : platform(openEmbeddedPlatform(loop, folder.path())), eventStore(putFailingStoreBefore(calendars, platform)) {}
 
     void start() { loop.runUntilDone(model.start()); }
     void pair(StandInAgentServer& agentServer) { pair(agentServer.url(), agentServer.issueCode()); }
@@ -49,6 +60,7 @@ public:
 
     EventLoop loop;
     Platform platform;
+    FailingEventStore& eventStore;
     std::unique_ptr<SecureStore> secrets = std::move(platform.secureStore);
     FailingSecureStore& secureStore = putFailingStoreBefore(*secrets, platform);
     BridgeCapabilityPolicy policy{*platform.defaults};
@@ -69,13 +81,14 @@ protected:
 
     void restart() {
         run.reset();
-        run = std::make_unique<ProgramRun>(folder);
+        run = std::make_unique<ProgramRun>(folder, calendars);
     }
     BridgeModel& model() { return run->model; }
     std::string message() { return model().pairingStatusMessage.get().value_or(""); }
     JSONValue::Object storedDefaults() const { return *parseJSON(getFile(folder / profile::defaults)).object(); }
 
     TemporaryFolder folder;
+    SampleEventStore calendars;
     StandInAgentServer agentServer;
     std::unique_ptr<ProgramRun> run;
 

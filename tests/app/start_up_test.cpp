@@ -35,6 +35,10 @@ FileDescriptor takePort() {
 
 TEST_F(StartUp, KnowsNothingBeforeItBegins) {
     EXPECT_EQ(permissions(), std::vector(5, State::unknown));
+    EXPECT_TRUE(model().calendars.get().empty());
+    EXPECT_TRUE(model().reminderLists.get().empty());
+    EXPECT_TRUE(model().allowedCalendarIDs.get().empty());
+    EXPECT_TRUE(model().allowedReminderListIDs.get().empty());
     EXPECT_TRUE(model().enabledCapabilities.get().empty());
     EXPECT_EQ(model().agentServerURL.get(), "http://127.0.0.1:3000");
     EXPECT_FALSE(model().isPaired.get());
@@ -98,7 +102,7 @@ TEST_F(StartUp, RefreshFollowsTheSwitches) {
     run->start();
     run->policy.setEnabled(BridgeCapability::directions, true);
     EXPECT_TRUE(model().enabledCapabilities.get().empty());
-    model().refresh();
+    run->loop.runUntilDone(model().refresh());
     EXPECT_EQ(model().enabledCapabilities.get(), std::set{BridgeCapability::directions});
 }
 

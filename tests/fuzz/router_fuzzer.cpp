@@ -1,9 +1,9 @@
 #include "adapters/posix/posix_bookmarks.h"
 #include "adapters/xdg/home_trash.h"
 #include "base/event_loop.h"
+#include "bridges/calendar/apple_data_bridge.h"
 #include "bridges/files/file_data_bridge.h"
 #include "platform/application_info.h"
-#include "platform/authorization.h"
 #include "policy/bridge_capability_policy.h"
 #include "policy/bridge_pairing_store.h"
 #include "server/bridge_router.h"
@@ -11,6 +11,8 @@
 #include "tests/fakes/memory_folder_chooser.h"
 #include "tests/fakes/memory_secure_store.h"
 #include "tests/fakes/memory_user_defaults.h"
+#include "tests/fakes/sample_event_store.h"
+#include "tests/fakes/scripted_authorization.h"
 #include "tests/fakes/scripted_http_client.h"
 #include "tests/fuzz/fuzz.h"
 #include "tests/support/temporary_folder.h"
@@ -23,12 +25,6 @@ namespace bridge {
 namespace {
 
 namespace fs = std::filesystem;
-
-class Granted : public Authorization {
-public:
-    std::optional<int> status(PrivacyService) const override { return 3; }
-    Task<bool> requestAccess(PrivacyService) override { co_return true; }
-};
 
 class NoVersion : public ApplicationInfo {
 public:
@@ -86,6 +82,7 @@ public:
         for (const auto group : allCapabilityGroups)
             m_policy.setGroupEnabled(group, true);
         must(m_files.roots.get().size() == 1);
+        resetCalendars();
     }
 
     BridgeResponse execute(std::string_view body) {
@@ -95,6 +92,23 @@ public:
         request.headers = {{"authorization", "Bearer credential"}};
         request.body = body;
         return m_loop.runUntilDone(m_router.response(std::move(request)));
+    }
+
+    // Calendars "personal" and "team" with the event "event", lists "errands" and "projects" with the reminder
+    // "reminder", all allowed; some others can't be changed.
+    void resetCalendars() {
+        m_store = SampleEventStore();
+        CalendarEvent event;
+        event.identifier = "event";
+        event.calendarID = "personal";
+        event.endDate = {3600};
+        m_store.allEvents = {event};
+        Reminder reminder;
+        reminder.identifier = "reminder";
+        reminder.listID = "errands";
+        m_store.allReminders = {reminder};
+        m_loop.runUntilDone(m_dataBridge.setAllCalendars(true));
+        m_loop.runUntilDone(m_dataBridge.setAllReminderLists(true));
     }
 
     Folders folders;
@@ -114,14 +128,16 @@ private:
     MemoryFolderChooser m_chooser;
     ScriptedHTTPClient m_client;
     HomeTrash m_trash{folders.trash};
-    Granted m_authorization;
+    SampleEventStore m_store;
+    ScriptedAuthorization m_authorization;
     NoVersion m_application;
     StandingClock m_clock;
     BridgeCapabilityPolicy m_policy{m_defaults};
     BridgePairingStore m_pairing{m_defaults, m_secrets, m_client};
     FileDataBridge m_files{m_defaults, m_bookmarks, m_chooser, m_trash};
-    BridgeStatus m_status{m_authorization, m_application, m_policy, m_files};
-    BridgeRouter m_router{BridgeSet(m_status, m_files), m_policy, m_pairing, m_clock};
+    AppleDataBridge m_dataBridge{m_store, m_authorization, m_defaults};
+    BridgeStatus m_status{m_authorization, m_application, m_policy, m_dataBridge, m_files};
+    BridgeRouter m_router{BridgeSet(m_status, m_dataBridge, m_files), m_policy, m_pairing, m_clock};
 };
 
 // What the bridge may answer to whoever is paired and has everything switched on.
@@ -169,7 +185,9 @@ void fuzz(std::string_view input) {
     else
         mustBeAnError(response.status, members.at("error"));
 
-    // Also a refused request may have come half-way; but only those of files change anything.
+    // Also a refused request may have come half-way.
+    if (response.logName.starts_with("calendar.") || response.logName.starts_with("reminders."))
+        bridge.resetCalendars();
     if (!response.logName.starts_with("files.")) return;
     bridge.folders.mustHaveKeptTheOutside();
     if (response.logName != "files.list" && response.logName != "files.read_text") bridge.folders.reset();

@@ -3,6 +3,7 @@
 #include "app/bridge_model.h"
 #include "app/process.h"
 #include "base/log.h"
+#include "tests/fakes/sample_event_store.h"
 #include "tests/support/temporary_folder.h"
 
 #include <fcntl.h>
@@ -11,13 +12,17 @@
 
 namespace bridge {
 
-// The whole bridge on embedded adapters, serving on its real port from a thread of its own: paired, every switch on,
-// one authorized folder.
+// The whole bridge on embedded adapters, but calendars that last as long as it does; serving on its real port from a
+// thread of its own: paired, every switch on, one authorized folder.
 class RunningBridge {
 public:
     static constexpr const char* credential = "credential-of-the-tests";
 
-    RunningBridge() {
+    // What the user has answered to the questions for access.
+    enum class Consent { notAsked, full };
+
+    explicit RunningBridge(Consent consent = Consent::notAsked) {
+        if (consent == Consent::full) putFile(m_folder / profile::consent, R"({"calendar":3,"reminders":3})");
         std::promise<void> ready;
         auto isReady = ready.get_future();
         m_thread = std::thread([this, &ready] { serve(ready); });
@@ -52,6 +57,16 @@ public:
                 model.capabilityPolicy.setGroupEnabled(group, enabled);
         });
     }
+    // On the allow-lists, everything or nothing.
+    void allowAll(bool authorized) {
+        onLoop([=](BridgeModel& model) {
+            auto calendars = model.setAllCalendars(authorized);
+            auto lists = model.setAllReminderLists(authorized);
+            calendars.start();
+            lists.start();
+            return calendars.done() && lists.done();
+        });
+    }
     void unpair() {
         onLoop([](BridgeModel& model) {
             auto task = model.unpair();
@@ -69,6 +84,7 @@ private:
             log::writeTo(logFile.get());
             EventLoop loop;
             auto platform = openEmbeddedPlatform(loop, m_folder.path());
+            platform.eventStore = std::make_unique<SampleEventStore>();
             loop.runUntilDone(platform.secureStore->replace(BridgePairingStore::credentialItem(), credential));
             BridgeCapabilityPolicy policy(*platform.defaults);
             for (const auto group : allCapabilityGroups)

@@ -106,6 +106,8 @@ TEST(Health, TellsNameVersionAndPermissions) {
     EXPECT_EQ(*permissions.at("health").string(), "unavailable");
     EXPECT_EQ(*permissions.at("home").string(), "unavailable");
     EXPECT_EQ(*permissions.at("calendar").string(), "notDetermined");
+    EXPECT_EQ(writeJSON(permissions.at("calendarResources")), R"({"allowed":0,"available":0})");
+    EXPECT_EQ(writeJSON(permissions.at("reminderListResources")), R"({"allowed":0,"available":0})");
     EXPECT_EQ(*permissions.at("fileRoots").number(), 1);
     EXPECT_EQ(permissions.at("capabilities").object()->size(), 47u);
     EXPECT_EQ(*permissions.at("capabilities").object()->at("files.list").boolean(), false);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "bridges/calendar/apple_data_bridge.h"
-#include "tests/fakes/memory_event_store.h"
 #include "tests/fakes/memory_user_defaults.h"
+#include "tests/fakes/sample_event_store.h"
 #include "tests/fakes/scripted_authorization.h"
 
 #include <gmock/gmock.h>
@@ -31,23 +31,7 @@ template <typename T> std::string failureOf(Task<T> task) {
 inline const std::string denied = "Brindlefox resource access denied: ";
 inline const std::string malformed = "Malformed bridge request: ";
 
-// The calendars and lists of one user: two accounts that can be written, one that can't.
-class FilledEventStore : public MemoryEventStore {
-public:
-    FilledEventStore() {
-        const auto home = addSource("home", "Home");
-        const auto work = addSource("work", "apple trees ltd", SourceType::calDAV);
-        const auto feeds = addSource("feeds", "Feeds", SourceType::subscribed);
-        add(EntityType::event, "personal", "Personal", home);
-        add(EntityType::event, "team", "Team", work);
-        add(EntityType::event, "holidays", "Holidays", feeds, false);
-        add(EntityType::reminder, "errands", "Errands", home);
-        add(EntityType::reminder, "projects", "Projects", work);
-        add(EntityType::reminder, "ideas", "Ideas of others", feeds, false);
-    }
-};
-
-// A bridge over them with full access; nothing is on the allow-lists.
+// A bridge over sample calendars with full access; nothing is on the allow-lists.
 class CalendarBridgeTest : public testing::Test {
 protected:
     void allowAll() {
@@ -99,7 +83,7 @@ protected:
     }
     auto everything() const { return everything(bridge); }
 
-    FilledEventStore store;
+    SampleEventStore store;
     ScriptedAuthorization authorization;
     MemoryUserDefaults defaults;
     AppleDataBridge bridge{store, authorization, defaults};

@@ -11,7 +11,7 @@ class Failures : public CalendarBridgeTest {
 protected:
     // The store as the operations want it, and no failure.
     void refill() {
-        store = FilledEventStore();
+        store = SampleEventStore();
         addEvent("event", "personal", 100, 200);
         addReminder("reminder", "errands", "Reminder");
         allowAll();

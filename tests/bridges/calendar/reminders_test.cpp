@@ -209,12 +209,12 @@ TEST_F(NewReminder, HasNothingThatWasNotGiven) {
 }
 
 // Says what priority it was given, before the store corrects it.
-class PriorityWatch : public FilledEventStore {
+class PriorityWatch : public SampleEventStore {
 public:
     int64_t given = 0;
     Task<Reminder> saveReminder(Reminder reminder) override {
         given = reminder.priority;
-        return FilledEventStore::saveReminder(std::move(reminder));
+        return SampleEventStore::saveReminder(std::move(reminder));
     }
 };
 
