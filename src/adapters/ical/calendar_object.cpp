@@ -80,6 +80,10 @@ bool CalendarObject::isRecurring() const {
 }
 
 std::vector<Occurrence> CalendarObject::occurrences(Date from, Date to, size_t limit) const {
+    return findOccurrences(from, to, limit).occurrences;
+}
+
+FoundOccurrences CalendarObject::findOccurrences(Date from, Date to, size_t limit) const {
     return m_state->series().between(from, to, limit);
 }
 

@@ -30,6 +30,12 @@ struct Occurrence {
     size_t component = 0; // which of the object's components describes it: 0 is the master, then the exceptions
 };
 
+struct FoundOccurrences {
+    std::vector<Occurrence> occurrences;
+    // Whether the bound on the work came before the end of the time, so that there may be more.
+    bool isCutShort = false;
+};
+
 // When all occurrences of an event happen; no end for a rule without end.
 struct EventSpan {
     EventTime start;
@@ -71,6 +77,7 @@ public:
     // start, at most `limit`. Cancelled ones are left out. The work is bounded also for a rule without end: see the
     // source for how far it goes.
     std::vector<Occurrence> occurrences(Date from, Date to, size_t limit) const;
+    FoundOccurrences findOccurrences(Date from, Date to, size_t limit) const;
     // Nothing when no occurrence has this recurrence id; "" is the first one, or the event that does not repeat.
     std::optional<Occurrence> occurrence(std::string_view recurrenceID) const;
     // Nothing when there is no occurrence at all.

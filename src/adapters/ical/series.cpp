@@ -223,9 +223,10 @@ void Series::visit(int64_t from, int64_t to, WorkLimit& limit,
     });
 }
 
-std::vector<Occurrence> Series::between(Date from, Date to, size_t limit) const {
-    std::vector<Occurrence> found;
-    if (to <= from || limit == 0) return found;
+FoundOccurrences Series::between(Date from, Date to, size_t limit) const {
+    FoundOccurrences answer;
+    if (to <= from || limit == 0) return answer;
+    auto& found = answer.occurrences;
     const Clock clock;
     for (const auto& [key, exception] : m_exceptions)
         if (exception.occurrence && clock.isWithin(*exception.occurrence, from, to))
@@ -252,11 +253,12 @@ std::vector<Occurrence> Series::between(Date from, Date to, size_t limit) const 
             if (++taken == limit) enough = occurrence.start.seconds + slack;
             return true;
         });
+        answer.isCutShort = work.isReached();
     }
     std::sort(found.begin(), found.end(),
               [&](const Occurrence& a, const Occurrence& b) { return clock.isBefore(a, b); });
     if (found.size() > limit) found.resize(limit);
-    return found;
+    return answer;
 }
 
 std::optional<Occurrence> Series::first() const {

@@ -23,7 +23,7 @@ public:
     // Of its keys.
     const TimeForm& form() const { return m_form; }
 
-    std::vector<Occurrence> between(Date from, Date to, size_t limit) const;
+    FoundOccurrences between(Date from, Date to, size_t limit) const;
     std::optional<Occurrence> first() const;
     std::optional<Occurrence> find(int64_t key) const;
     std::optional<EventSpan> span() const;
