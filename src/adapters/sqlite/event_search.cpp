@@ -42,8 +42,8 @@ std::vector<CalendarEvent> EventSearch::run(const std::vector<CalendarRow>& cale
 void EventSearch::addIndexed(const CalendarRow& calendar) {
     for (auto& found : OccurrenceTable(m_database).find(calendar.key, m_start, m_end, m_limit)) {
         const auto start = found.start.date();
-        m_candidates.push_back({start, found.end.date(), found.item, std::move(found.recurrenceID),
-                                found.component, std::nullopt});
+        m_candidates.push_back(
+            {start, found.end.date(), found.item, std::move(found.recurrenceID), found.component, std::nullopt});
     }
 }
 

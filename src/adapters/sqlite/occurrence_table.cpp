@@ -35,6 +35,14 @@ int64_t endOf(const std::vector<Occurrence>& first) {
     return areMoments ? last.seconds : last.date().secondsSince1970 - 2 * farthestClock;
 }
 
+// All of the past and three years to come; for what happens very often less of both, as the first that can be had.
+struct Window {
+    int64_t back;
+    int64_t ahead;
+};
+constexpr std::array windows{Window{1'000'000 * day, 3 * 365 * day}, Window{365 * day, 3 * 365 * day},
+                             Window{7 * day, 365 * day}};
+
 struct Search {
     Database& database;
     int64_t calendar;
@@ -95,24 +103,25 @@ CoveredOccurrences coveredOccurrences(const CalendarObject& object, Date now) {
     if (!span) return {};
 
     const int64_t anchor = std::max(now, span->start.date()).secondsSince1970;
-    const Date horizon{std::min(anchor + 3 * 365 * day, latestDate.secondsSince1970)};
-    // With all of the past, else with as much of it as leaves room for what is to come.
-    constexpr std::array<int64_t, 3> backs{1'000'000 * day, 365 * day, 7 * day};
-    Date from;
     CoveredOccurrences covered;
-    for (const int64_t back : backs) {
-        from = std::max(Date{anchor - back}, earliestDate);
-        covered.occurrences = object.occurrences(from, horizon, mostOccurrences);
-        if (covered.occurrences.size() < mostOccurrences) break;
+    // Nothing at all, until there is a window that can be looked through to its end.
+    covered.coverage.until = earliestDate.secondsSince1970 - 2 * farthestClock;
+    for (const auto& window : windows) {
+        const Date from = std::max(Date{anchor - window.back}, earliestDate);
+        const Date horizon = std::min(Date{anchor + window.ahead}, latestDate);
+        auto found = object.findOccurrences(from, horizon, mostOccurrences);
+        if (found.isCutShort) continue;
+        covered.coverage = {};
+        if (from > earliestDate) covered.coverage.from = from.secondsSince1970 + farthestClock;
+        const bool isFull = found.occurrences.size() >= mostOccurrences;
+        if (isFull)
+            covered.coverage.until = endOf(found.occurrences);
+        else if (!span->end || span->end->date().secondsSince1970 >= horizon.secondsSince1970 - farthestClock)
+            covered.coverage.until = horizon.secondsSince1970 - farthestClock;
+        covered.occurrences = std::move(found.occurrences);
+        if (!isFull) break;
     }
-
-    auto& coverage = covered.coverage;
-    if (from > earliestDate) coverage.from = from.secondsSince1970 + farthestClock;
-    if (covered.occurrences.size() >= mostOccurrences)
-        coverage.until = endOf(covered.occurrences);
-    else if (!span->end || span->end->date().secondsSince1970 >= horizon.secondsSince1970 - farthestClock)
-        coverage.until = horizon.secondsSince1970 - farthestClock;
-    std::erase_if(covered.occurrences, [&](const Occurrence& one) { return !coverage.contains(one); });
+    std::erase_if(covered.occurrences, [&](const Occurrence& one) { return !covered.coverage.contains(one); });
     return covered;
 }
 
