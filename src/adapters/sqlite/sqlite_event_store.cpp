@@ -27,6 +27,15 @@ std::optional<Calendar> calendarOf(const std::optional<CalendarRow>& row) {
     return row ? std::optional(row->calendar) : std::nullopt;
 }
 
+Calendar addFilled(Database& database, Date now, const NewCalendar& calendar,
+                   const std::vector<CalendarObject>& objects) {
+    CalendarTable calendars(database);
+    const auto source = calendars.existingSource(calendar.sourceID);
+    const auto row = calendars.add(calendar.entityType, source, calendar.title, calendar.allowsContentModifications);
+    ItemAccess(database, now).add(row, objects);
+    return row.calendar;
+}
+
 } // namespace
 
 struct SqliteEventStore::State {
@@ -157,13 +166,16 @@ std::string SqliteEventStore::addSource(std::string_view title, SourceType type)
 }
 
 Calendar SqliteEventStore::importCalendar(const NewCalendar& calendar, const std::vector<CalendarObject>& objects) {
+    return m_state->file.write(
+        [&](Database& database) { return addFilled(database, m_state->clock.now(), calendar, objects); });
+}
+
+std::vector<Calendar> SqliteEventStore::importCalendars(const std::vector<FilledCalendar>& calendars) {
     return m_state->file.write([&](Database& database) {
-        CalendarTable calendars(database);
-        const auto source = calendars.existingSource(calendar.sourceID);
-        const auto row =
-            calendars.add(calendar.entityType, source, calendar.title, calendar.allowsContentModifications);
-        ItemAccess(database, m_state->clock.now()).add(row, objects);
-        return row.calendar;
+        std::vector<Calendar> added;
+        for (const auto& each : calendars)
+            added.push_back(addFilled(database, m_state->clock.now(), each.calendar, each.objects));
+        return added;
     });
 }
 

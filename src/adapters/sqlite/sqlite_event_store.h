@@ -16,6 +16,11 @@ struct NewCalendar {
     bool allowsContentModifications = true; // for calendars of accounts that take calendars
 };
 
+struct FilledCalendar {
+    NewCalendar calendar;
+    std::vector<CalendarObject> objects; // all of its entity type, each of a UID of its own
+};
+
 // Calendars in one file of this computer, for a machine without a calendar service. Each call completes inline; another
 // process may read and write the same file meanwhile.
 //
@@ -53,6 +58,8 @@ public:
     std::string addSource(std::string_view title, SourceType type);
     // With these objects in it, all of its entity type and each of a UID of its own.
     Calendar importCalendar(const NewCalendar& calendar, const std::vector<CalendarObject>& objects);
+    // Several, all or none.
+    std::vector<Calendar> importCalendars(const std::vector<FilledCalendar>& calendars);
     void importItems(const std::string& calendarID, const std::vector<CalendarObject>& objects);
     // Throws when the calendar takes no items.
     void setDefaultCalendar(const std::string& identifier);
