@@ -15,18 +15,19 @@ constexpr int64_t lastTime = 19344268799; // 2582-12-30T23:59:59
 // The clock's own changes make local times differ from true ones by less than this.
 constexpr int64_t slack = 26 * 3600;
 
-// What the BY parts of a rule by the month or the year make of one day. libical goes through all of them from the
-// beginning of the period; more than one a minute would take it seconds to come to a day in December.
-constexpr size_t mostTimesOfDay = 1440;
+// libical goes through all instances of a month or a year that come before the first one asked for; more than these
+// would take it seconds.
+constexpr size_t mostInstancesOfPeriod = 700'000;
 
 template <size_t Size> size_t valueCount(const short (&values)[Size]) {
-    return static_cast<size_t>(std::find(values, values + Size, ICAL_RECURRENCE_ARRAY_MAX) - values);
+    const auto count = static_cast<size_t>(std::find(values, values + Size, ICAL_RECURRENCE_ARRAY_MAX) - values);
+    return std::max<size_t>(count, 1);
 }
 
-size_t timesOfDay(const icalrecurrencetype& rule) {
-    const auto atLeastOne = [](size_t count) { return std::max<size_t>(count, 1); };
-    return atLeastOne(valueCount(rule.by_hour)) * atLeastOne(valueCount(rule.by_minute)) *
-           atLeastOne(valueCount(rule.by_second));
+bool hasTooManyInstances(const icalrecurrencetype& rule) {
+    const size_t days = rule.freq == ICAL_YEARLY_RECURRENCE ? 366 : rule.freq == ICAL_MONTHLY_RECURRENCE ? 31 : 0;
+    return days * valueCount(rule.by_hour) * valueCount(rule.by_minute) * valueCount(rule.by_second) >
+           mostInstancesOfPeriod;
 }
 
 } // namespace
@@ -38,31 +39,42 @@ std::optional<RecurrenceRule> RecurrenceRule::read(icalproperty* property, const
     auto& rule = read.m_rule;
     if (rule.freq < ICAL_SECONDLY_RECURRENCE || rule.freq > ICAL_YEARLY_RECURRENCE) return std::nullopt;
     if (rule.interval < 1) rule.interval = 1;
-    if (rule.count < 0 || timesOfDay(rule) > mostTimesOfDay) return std::nullopt;
-
-    if (!icaltime_is_null_time(rule.until)) {
-        const auto until = localSeconds(rule.until);
-        if (!until) return std::nullopt;
-        if (rule.until.is_date || start.form.isDate) {
-            // The whole of that day, whatever time of day the series has.
-            read.m_until = *until - ((*until % secondsOfDay) + secondsOfDay) % secondsOfDay + secondsOfDay - 1;
-        } else if (icaltime_is_utc(rule.until)) {
-            const auto zone = start.form.zone ? start.form.zone : TimeZone::user();
-            read.m_until = zone->localAt(*until);
-            read.m_untilMoment = *until;
-        } else {
-            read.m_until = *until;
-        }
-        rule.until = icaltime_null_time();
-    }
+    if (rule.count < 0 || hasTooManyInstances(rule) || !read.readUntil()) return std::nullopt;
+    read.m_count = rule.count;
+    rule.count = 0;
     while (read.m_start.local > lastStart) {
         read.m_start.local -= cycle;
         ++read.m_cycles;
     }
-    const ICalPointer<icalrecur_iterator> iterator(
-        icalrecur_iterator_new(rule, icalTime(read.m_start.local, start.form.isDate)));
-    if (!iterator) return std::nullopt;
+    read.m_begin = read.m_start.local;
+    const auto first = icalTime(read.m_start.local, start.form.isDate);
+    // Another calendar's months and years are left to libical whole.
+    if (!rule.rscale) {
+        writeOut(rule, first);
+        read.m_limits = RuleLimits::takeFrom(rule, read.m_start.local);
+        read.m_positions = RulePositions::takeFrom(rule);
+        if (!read.m_positions.isEmpty()) read.m_begin = read.m_periods.start(read.m_periods.number(read.m_start.local));
+    }
+    if (!ICalPointer<icalrecur_iterator>(icalrecur_iterator_new(rule, first))) return std::nullopt;
     return read;
+}
+
+bool RecurrenceRule::readUntil() {
+    if (icaltime_is_null_time(m_rule.until)) return true;
+    const auto until = localSeconds(m_rule.until);
+    if (!until) return false;
+    if (m_rule.until.is_date || m_start.form.isDate) {
+        // The whole of that day, whatever time of day the series has.
+        m_until = *until - ((*until % secondsOfDay) + secondsOfDay) % secondsOfDay + secondsOfDay - 1;
+    } else if (icaltime_is_utc(m_rule.until)) {
+        const auto zone = m_start.form.zone ? m_start.form.zone : TimeZone::user();
+        m_until = zone->localAt(*until);
+        m_untilMoment = *until;
+    } else {
+        m_until = *until;
+    }
+    m_rule.until = icaltime_null_time();
+    return true;
 }
 
 int64_t RecurrenceRule::period() const {
@@ -71,13 +83,13 @@ int64_t RecurrenceRule::period() const {
 }
 
 bool RecurrenceRule::canBeginAnywhere() const {
-    return m_rule.count == 0 && !m_rule.rscale;
+    return m_count == 0 && !m_rule.rscale;
 }
 
 RecurrenceRule::Instances::Instances(const RecurrenceRule& rule, int64_t from, int64_t to, WorkLimit& limit)
     : m_rule(&rule),
       m_limit(&limit),
-      m_from(from - rule.m_cycles * cycle),
+      m_from(std::max(from - rule.m_cycles * cycle, rule.m_start.local)),
       m_to(std::min(to - rule.m_cycles * cycle, lastTime)) {
     if (rule.m_until) m_to = std::min(m_to, *rule.m_until - rule.m_cycles * cycle + (rule.m_untilMoment ? slack : 0));
     begin();
@@ -87,23 +99,26 @@ RecurrenceRule::Instances::Instances(const RecurrenceRule& rule, int64_t from, i
 // there libical has to find the way. By the week and shorter, whole periods make no difference; and there libical's own
 // way goes wrong when an interval doesn't divide the day.
 void RecurrenceRule::Instances::begin() {
-    const int64_t period = m_rule->period();
-    int64_t start = m_rule->m_start.local;
+    const bool isDate = m_rule->m_start.form.isDate;
     const bool isLong = m_rule->m_rule.freq >= ICAL_MONTHLY_RECURRENCE;
-    // Two periods earlier: the first may be cut by the start, which counts where BYSETPOS does.
-    if (m_rule->canBeginAnywhere() && !isLong && m_from - 2 * period > start)
-        start += (m_from - 2 * period - start) / period * period;
+    const int64_t period = m_rule->period();
+    int64_t start = m_rule->m_begin;
+    // Two periods earlier: the first is cut by the start, which counts where BYSETPOS does.
+    const bool isFar = m_rule->canBeginAnywhere() && m_from - 2 * period > start;
+    if (isFar && !isLong) start += (m_from - 2 * period - start) / period * period;
     if (start > m_to) return;
+
+    // The period has to be gone through to its end before it is known which is its last.
+    const int64_t wanted = m_rule->m_positions.isEmpty() ? m_to : std::min(m_to + period, lastTime);
     // libical looks on by itself for as long as nothing matches. UNTIL is what stops it.
-    const int64_t farthest = start + std::min(m_limit->left() + 1, (lastTime - start) / period + 1) * period;
-    m_horizon = std::min(m_to, farthest);
+    const int64_t seen = isFar && isLong ? m_from - 2 * period : start;
+    const int64_t affordable = std::min(m_limit->left() + 1, (lastTime - seen) / period + 1);
+    m_horizon = std::min(wanted, seen + affordable * period);
     auto rule = m_rule->m_rule;
-    rule.until = icalTime(m_horizon, false);
-    if (m_rule->m_start.form.isDate) rule.until.is_date = 1;
-    m_iterator.reset(icalrecur_iterator_new(rule, icalTime(start, m_rule->m_start.form.isDate)));
-    if (m_iterator && isLong && m_rule->canBeginAnywhere() && m_from - 2 * period > start)
-        icalrecur_iterator_set_start(m_iterator.get(), icalTime(m_from - 2 * period, m_rule->m_start.form.isDate));
-    m_seen = start;
+    rule.until = icalTime(m_horizon, isDate);
+    m_iterator.reset(icalrecur_iterator_new(rule, icalTime(start, isDate)));
+    if (m_iterator && isFar && isLong) icalrecur_iterator_set_start(m_iterator.get(), icalTime(seen, isDate));
+    m_seen = seen;
 }
 
 void RecurrenceRule::Instances::stop() {
@@ -113,19 +128,53 @@ void RecurrenceRule::Instances::stop() {
     m_iterator.reset();
 }
 
+std::optional<int64_t> RecurrenceRule::Instances::nextOfLibical() {
+    if (!m_iterator) return std::nullopt;
+    const auto local = localSeconds(icalrecur_iterator_next(m_iterator.get()));
+    if (!local || *local > m_horizon) {
+        stop();
+        return std::nullopt;
+    }
+    const bool isAffordable = m_limit->spend(1 + (*local - m_seen) / m_rule->period());
+    m_seen = *local;
+    if (isAffordable) return local;
+    m_iterator.reset();
+    return std::nullopt;
+}
+
+std::optional<int64_t> RecurrenceRule::Instances::nextAllowed() {
+    auto local = nextOfLibical();
+    while (local && !m_rule->m_limits.allow(*local))
+        local = nextOfLibical();
+    return local;
+}
+
+std::optional<int64_t> RecurrenceRule::Instances::nextChosen() {
+    if (m_rule->m_positions.isEmpty()) return nextAllowed();
+    while (m_chosen.empty()) {
+        const auto local = nextAllowed();
+        if (!local && m_period.empty()) return std::nullopt;
+        if (local &&
+            (m_period.empty() || m_rule->m_periods.number(m_period.front()) == m_rule->m_periods.number(*local))) {
+            m_period.push_back(*local);
+            continue;
+        }
+        m_chosen = m_rule->m_positions.choose(m_period);
+        std::reverse(m_chosen.begin(), m_chosen.end());
+        m_period.clear();
+        if (local) m_period.push_back(*local);
+    }
+    const int64_t chosen = m_chosen.back();
+    m_chosen.pop_back();
+    return chosen;
+}
+
 std::optional<int64_t> RecurrenceRule::Instances::next() {
-    while (m_iterator) {
-        const auto local = localSeconds(icalrecur_iterator_next(m_iterator.get()));
-        if (!local || *local > m_horizon) {
-            stop();
-            break;
-        }
-        const bool isAffordable = m_limit->spend(1 + (*local - m_seen) / m_rule->period());
-        m_seen = *local;
-        if (!isAffordable) {
-            m_iterator.reset();
-            break;
-        }
+    for (auto local = nextChosen(); local && *local <= m_to; local = nextChosen()) {
+        if (*local < m_rule->m_start.local) continue;
+        // The start counts as the first, whether the rule has it or not (RFC 5545, 3.3.10).
+        if (m_counted == 0 && *local > m_rule->m_start.local) m_counted = 1;
+        if (m_rule->m_count > 0 && ++m_counted > m_rule->m_count) break;
         if (*local < m_from) continue;
         const int64_t found = *local + m_rule->m_cycles * cycle;
         if (m_rule->m_untilMoment) {
@@ -135,6 +184,7 @@ std::optional<int64_t> RecurrenceRule::Instances::next() {
         }
         return found;
     }
+    m_iterator.reset();
     return std::nullopt;
 }
 

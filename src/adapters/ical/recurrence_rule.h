@@ -1,6 +1,7 @@
 #pragma once
 
 #include "adapters/ical/item_time.h"
+#include "adapters/ical/rule_parts.h"
 
 #include <optional>
 
@@ -11,9 +12,10 @@ namespace bridge {
 // the limit is answered with what was found until there.
 class WorkLimit {
 public:
-    // About a second's work at the most. A rule by the second comes some twelve days far with it, one by the hour over
-    // a hundred years; rules by the day and longer never reach it.
-    static constexpr int64_t most = 1'000'000;
+    // Less than a second's work. A rule by the second comes some three days far with it, one by the minute half a year,
+    // one by the hour 28 years: counted from what is asked for, but from the start of the series where COUNT counts.
+    // Rules by the day and longer never reach it.
+    static constexpr int64_t most = 250'000;
 
     bool spend(int64_t amount) {
         m_left -= amount;
@@ -33,8 +35,8 @@ public:
     // Nothing for a rule that means nothing, or that libical can't follow.
     static std::optional<RecurrenceRule> read(icalproperty* property, const ItemTime& start);
 
-    bool isEndless() const { return !m_until && m_rule.count == 0; }
-    bool hasCount() const { return m_rule.count > 0; }
+    bool isEndless() const { return !m_until && m_count == 0; }
+    bool hasCount() const { return m_count > 0; }
     // Its UNTIL as local time; an instance at that time is the last.
     std::optional<int64_t> until() const { return m_until; }
 
@@ -47,6 +49,9 @@ public:
     private:
         void begin();
         void stop();
+        std::optional<int64_t> nextOfLibical();
+        std::optional<int64_t> nextAllowed();
+        std::optional<int64_t> nextChosen();
 
         const RecurrenceRule* m_rule;
         WorkLimit* m_limit;
@@ -54,19 +59,29 @@ public:
         int64_t m_to;
         int64_t m_horizon = 0; // until where the iterator goes
         int64_t m_seen = 0;    // until where it has gone
+        int64_t m_counted = 0; // towards COUNT
         ICalPointer<icalrecur_iterator> m_iterator;
+        std::vector<int64_t> m_period; // instances of the period that is being gone through
+        std::vector<int64_t> m_chosen; // of the one before, the last first
     };
 
 private:
-    RecurrenceRule(const icalrecurrencetype& rule, const ItemTime& start) : m_rule(rule), m_start(start) {}
+    RecurrenceRule(const icalrecurrencetype& rule, const ItemTime& start)
+        : m_rule(rule), m_start(start), m_periods(rule) {}
+    bool readUntil();
     int64_t period() const;
     bool canBeginAnywhere() const;
 
-    icalrecurrencetype m_rule;
+    icalrecurrencetype m_rule; // as libical follows it: without end, and without the parts below
     ItemTime m_start;
+    int64_t m_begin = 0;  // where libical begins: the start, or that of its period
     int64_t m_cycles = 0; // how many times 400 years m_start was brought back into the years libical counts
+    int64_t m_count = 0;
     std::optional<int64_t> m_until;
     std::optional<int64_t> m_untilMoment; // where UNTIL is in UTC
+    RuleLimits m_limits;
+    RulePositions m_positions;
+    RulePeriods m_periods;
 };
 
 } // namespace bridge
