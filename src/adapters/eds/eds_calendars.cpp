@@ -1,0 +1,64 @@
+#include "adapters/eds/eds_calendars.h"
+
+#include <algorithm>
+
+namespace bridge {
+
+Task<SourceList> EdsCalendars::list() {
+    auto listing = m_registry.list();
+    auto list = co_await std::move(listing);
+    forgetAllBut(list);
+    co_return list;
+}
+
+void EdsCalendars::forgetAllBut(const SourceList& list) {
+    std::erase_if(m_workers, [&](const auto& entry) { return !list.find(entry.first); });
+}
+
+std::shared_ptr<CalendarWorker> EdsCalendars::workerOf(const ListedCalendar& listed) {
+    auto& worker = m_workers[listed.calendar.id];
+    if (!worker) worker = std::make_shared<CalendarWorker>(m_loop, m_keeper, m_patience);
+    return worker;
+}
+
+Task<ListedCalendar> EdsCalendars::require(EntityType type, std::string identifier) {
+    std::vector<std::string> identifiers;
+    identifiers.push_back(std::move(identifier));
+    auto requiring = requireAll(type, std::move(identifiers));
+    auto found = co_await std::move(requiring);
+    co_return std::move(found.front());
+}
+
+Task<std::vector<ListedCalendar>> EdsCalendars::requireAll(EntityType type, std::vector<std::string> identifiers) {
+    auto listing = list();
+    const auto sources = co_await std::move(listing);
+    std::vector<ListedCalendar> found;
+    for (const auto& identifier : identifiers) {
+        const auto* listed = sources.find(identifier);
+        if (!listed || listed->calendar.entityType != type)
+            throw PlatformError(type == EntityType::event ? "There is no such calendar." : "There is no such list.");
+        const auto isThis = [&](const ListedCalendar& other) { return other.calendar.id == identifier; };
+        if (std::none_of(found.begin(), found.end(), isThis)) found.push_back(*listed);
+    }
+    co_return found;
+}
+
+Task<std::vector<Calendar>> EdsCalendars::described(std::vector<ListedCalendar> calendars) {
+    Latch learnt(m_loop);
+    std::vector<std::shared_ptr<CalendarWorker>> workers;
+    for (const auto& listed : calendars) {
+        workers.push_back(workerOf(listed));
+        workers.back()->learn(listed, learnt);
+    }
+    auto waiting = learnt.all(m_patience.listing);
+    co_await waiting;
+    std::vector<Calendar> described;
+    for (size_t index = 0; index < calendars.size(); ++index) {
+        auto calendar = std::move(calendars[index].calendar);
+        calendar.allowsContentModifications = workers[index]->isKnownWritable();
+        described.push_back(std::move(calendar));
+    }
+    co_return described;
+}
+
+} // namespace bridge

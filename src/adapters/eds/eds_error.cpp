@@ -1,0 +1,45 @@
+#include "adapters/eds/eds_error.h"
+
+#include <libecal/libecal.h>
+
+namespace bridge {
+
+namespace {
+
+bool isLoss(const GError& error) {
+    // A reply that never came, a name that nobody owns, an object that a new process does not know.
+    if (error.domain == G_DBUS_ERROR) return true;
+    return g_error_matches(&error, G_IO_ERROR, G_IO_ERROR_CLOSED) ||
+           g_error_matches(&error, E_CLIENT_ERROR, E_CLIENT_ERROR_DBUS_ERROR) ||
+           g_error_matches(&error, E_CLIENT_ERROR, E_CLIENT_ERROR_NOT_OPENED);
+}
+
+bool isLate(const GError& error) {
+    return g_error_matches(&error, G_IO_ERROR, G_IO_ERROR_CANCELLED) ||
+           g_error_matches(&error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT) ||
+           g_error_matches(&error, E_CLIENT_ERROR, E_CLIENT_ERROR_CANCELLED);
+}
+
+std::string wordsOf(const GError& error) {
+    const GLibPointer<GError> copy(g_error_copy(&error));
+    g_dbus_error_strip_remote_error(copy.get());
+    return copy->message;
+}
+
+} // namespace
+
+EdsError translate(const GError& error, const std::string& subject) {
+    if (isLate(error)) return {EdsFault::other, subject + " did not answer in time."};
+    if (isLoss(error)) return {EdsFault::lost, subject + " can't be reached: " + wordsOf(error)};
+    if (error.domain == E_CAL_CLIENT_ERROR) {
+        if (error.code == E_CAL_CLIENT_ERROR_OBJECT_NOT_FOUND)
+            return {EdsFault::notFound, subject + " has no such item."};
+        if (error.code == E_CAL_CLIENT_ERROR_OBJECT_ID_ALREADY_EXISTS)
+            return {EdsFault::exists, subject + " already holds this item."};
+    }
+    if (g_error_matches(&error, E_CLIENT_ERROR, E_CLIENT_ERROR_PERMISSION_DENIED))
+        return {EdsFault::other, subject + " is read-only."};
+    return {EdsFault::other, subject + ": " + wordsOf(error)};
+}
+
+} // namespace bridge

@@ -1,0 +1,228 @@
+#include "adapters/eds/eds_event_store.h"
+
+#include "adapters/eds/eds_calendars.h"
+#include "adapters/eds/event_jobs.h"
+#include "adapters/eds/reminder_jobs.h"
+#include "base/uuid.h"
+
+#include <algorithm>
+
+namespace bridge {
+
+namespace {
+
+ItemIdentifier requireIdentifier(const std::string& text, const char* absence) {
+    auto identifier = ItemIdentifier::parse(text);
+    if (!identifier) throw PlatformError(absence);
+    return std::move(*identifier);
+}
+
+constexpr auto noEvent = "There is no such event.";
+constexpr auto noReminder = "There is no such reminder.";
+
+} // namespace
+
+EdsEventStore::EdsEventStore(std::unique_ptr<EdsCalendars> calendars) : m_calendars(std::move(calendars)) {}
+
+EdsEventStore::~EdsEventStore() = default;
+
+Task<std::unique_ptr<EdsEventStore>> EdsEventStore::open(EventLoop& loop, EdsPatience patience) {
+    std::unique_ptr<EdsEventStore> store(new EdsEventStore(std::make_unique<EdsCalendars>(loop, patience)));
+    auto asking = store->m_calendars->registry().isServed();
+    const bool isServed = co_await std::move(asking);
+    if (!isServed) store.reset();
+    co_return store;
+}
+
+Task<std::vector<CalendarSource>> EdsEventStore::sources() {
+    auto listing = m_calendars->list();
+    auto list = co_await std::move(listing);
+    co_return std::move(list.accounts);
+}
+
+Task<std::vector<Calendar>> EdsEventStore::calendars(EntityType entityType) {
+    auto listing = m_calendars->list();
+    auto list = co_await std::move(listing);
+    std::erase_if(list.calendars,
+                  [&](const ListedCalendar& listed) { return listed.calendar.entityType != entityType; });
+    auto describing = m_calendars->described(std::move(list.calendars));
+    auto calendars = co_await std::move(describing);
+    co_return calendars;
+}
+
+Task<std::optional<Calendar>> EdsEventStore::calendar(std::string identifier) {
+    auto listing = m_calendars->list();
+    const auto list = co_await std::move(listing);
+    auto describing = describe(list, std::move(identifier));
+    auto calendar = co_await std::move(describing);
+    co_return calendar;
+}
+
+Task<std::optional<Calendar>> EdsEventStore::describe(const SourceList& list, std::string identifier) {
+    const auto* listed = list.find(identifier);
+    if (!listed) co_return std::nullopt;
+    std::vector<ListedCalendar> calendars;
+    calendars.push_back(*listed);
+    auto describing = m_calendars->described(std::move(calendars));
+    auto described = co_await std::move(describing);
+    co_return std::move(described.front());
+}
+
+Task<std::optional<Calendar>> EdsEventStore::defaultCalendar(EntityType entityType) {
+    auto listing = m_calendars->list();
+    const auto list = co_await std::move(listing);
+    auto describing = describe(list, entityType == EntityType::event ? list.defaultCalendar : list.defaultTaskList);
+    auto calendar = co_await std::move(describing);
+    if (calendar && !calendar->allowsContentModifications) calendar.reset();
+    co_return calendar;
+}
+
+Task<Calendar> EdsEventStore::addCalendar(EntityType entityType, std::string sourceID, std::string title) {
+    const auto identifier = makeUUID();
+    auto adding = m_calendars->registry().addCalendar(entityType, std::move(sourceID), std::move(title), identifier);
+    const auto list = co_await std::move(adding);
+    auto describing = describe(list, identifier);
+    auto calendar = co_await std::move(describing);
+    if (!calendar) throw PlatformError("The account did not take the calendar.");
+    co_return std::move(*calendar);
+}
+
+Task<Calendar> EdsEventStore::renameCalendar(std::string identifier, std::string title) {
+    auto renaming = m_calendars->registry().renameCalendar(identifier, std::move(title));
+    const auto list = co_await std::move(renaming);
+    auto describing = describe(list, std::move(identifier));
+    auto calendar = co_await std::move(describing);
+    if (!calendar) throw PlatformError("There is no such calendar.");
+    co_return std::move(*calendar);
+}
+
+Task<> EdsEventStore::removeCalendar(std::string identifier) {
+    auto removing = m_calendars->registry().removeCalendar(std::move(identifier));
+    co_await std::move(removing);
+}
+
+Task<std::vector<CalendarEvent>> EdsEventStore::events(Date start, Date end, std::vector<std::string> calendarIDs,
+                                                       size_t limit) {
+    auto requiring = m_calendars->requireAll(EntityType::event, std::move(calendarIDs));
+    const auto calendars = co_await std::move(requiring);
+    const auto read = [start, end, limit](CalendarClient& client, Call& call) {
+        return readEvents(client, call, start, end, limit);
+    };
+    std::vector<std::shared_ptr<CalendarWorker>> workers;
+    std::vector<Task<std::vector<CalendarEvent>>> tasks;
+    for (const auto& listed : calendars) {
+        workers.push_back(m_calendars->workerOf(listed));
+        tasks.push_back(workers.back()->read(listed, read));
+    }
+    auto reading = together(m_calendars->loop(), std::move(tasks));
+    auto parts = co_await std::move(reading);
+    std::vector<CalendarEvent> events;
+    for (auto& part : parts)
+        std::move(part.begin(), part.end(), std::back_inserter(events));
+    std::sort(events.begin(), events.end(), comesBefore);
+    if (events.size() > limit) events.resize(limit);
+    co_return events;
+}
+
+Task<std::vector<Reminder>> EdsEventStore::reminders(std::vector<std::string> listIDs) {
+    auto requiring = m_calendars->requireAll(EntityType::reminder, std::move(listIDs));
+    const auto lists = co_await std::move(requiring);
+    const auto read = [](CalendarClient& client, Call& call) { return readReminders(client, call); };
+    std::vector<std::shared_ptr<CalendarWorker>> workers;
+    std::vector<Task<std::vector<Reminder>>> tasks;
+    for (const auto& listed : lists) {
+        workers.push_back(m_calendars->workerOf(listed));
+        tasks.push_back(workers.back()->read(listed, read));
+    }
+    auto reading = together(m_calendars->loop(), std::move(tasks));
+    auto parts = co_await std::move(reading);
+    std::vector<Reminder> reminders;
+    for (auto& part : parts)
+        std::move(part.begin(), part.end(), std::back_inserter(reminders));
+    co_return reminders;
+}
+
+Task<std::optional<CalendarItem>> EdsEventStore::item(std::string identifier) {
+    const auto place = ItemIdentifier::parse(identifier);
+    auto listing = m_calendars->list();
+    const auto list = co_await std::move(listing);
+    const auto* listed = place ? list.find(place->calendarID) : nullptr;
+    if (!listed) co_return std::nullopt;
+    const auto read = [place = *place](CalendarClient& client, Call& call) -> std::optional<CalendarItem> {
+        if (client.listed().calendar.entityType == EntityType::event) return readEvent(client, call, place);
+        return readReminder(client, call, place);
+    };
+    const auto worker = m_calendars->workerOf(*listed);
+    auto reading = worker->read(*listed, read);
+    auto item = co_await std::move(reading);
+    co_return item;
+}
+
+Task<CalendarEvent> EdsEventStore::saveEvent(CalendarEvent event) {
+    std::optional<ItemIdentifier> place;
+    if (!event.identifier.empty()) place = requireIdentifier(event.identifier, noEvent);
+    std::vector<std::string> identifiers{event.calendarID};
+    if (place) identifiers.push_back(place->calendarID);
+    auto requiring = m_calendars->requireAll(EntityType::event, std::move(identifiers));
+    const auto calendars = co_await std::move(requiring);
+    const auto target = calendars.front();
+    // Where it is now; the target, unless it moves.
+    const auto origin = calendars.back();
+    const auto save = [place, target, event = std::move(event)](CalendarClient& client, Call& call) {
+        if (!place) return addEvent(client, call, event);
+        if (place->calendarID == target.calendar.id) return changeEvent(client, call, *place, event);
+        return moveEvent(client, call, *place, event, target);
+    };
+    const auto worker = m_calendars->workerOf(origin);
+    auto saving = worker->write(origin, save);
+    auto saved = co_await std::move(saving);
+    co_return saved;
+}
+
+Task<> EdsEventStore::removeEvent(std::string identifier) {
+    const auto place = requireIdentifier(identifier, noEvent);
+    auto requiring = m_calendars->require(EntityType::event, place.calendarID);
+    const auto listed = co_await std::move(requiring);
+    const auto remove = [place](CalendarClient& client, Call& call) {
+        bridge::removeEvent(client, call, place);
+        return true;
+    };
+    const auto worker = m_calendars->workerOf(listed);
+    auto removing = worker->write(listed, remove);
+    co_await std::move(removing);
+}
+
+Task<Reminder> EdsEventStore::saveReminder(Reminder reminder) {
+    std::optional<ItemIdentifier> place;
+    if (!reminder.identifier.empty()) place = requireIdentifier(reminder.identifier, noReminder);
+    std::vector<std::string> identifiers{reminder.listID};
+    if (place) identifiers.push_back(place->calendarID);
+    auto requiring = m_calendars->requireAll(EntityType::reminder, std::move(identifiers));
+    const auto lists = co_await std::move(requiring);
+    const auto target = lists.front();
+    const auto origin = lists.back();
+    const auto save = [place, target, reminder = std::move(reminder)](CalendarClient& client, Call& call) {
+        if (!place) return addReminder(client, call, reminder);
+        if (place->calendarID == target.calendar.id) return changeReminder(client, call, *place, reminder);
+        return moveReminder(client, call, *place, reminder, target);
+    };
+    const auto worker = m_calendars->workerOf(origin);
+    auto saving = worker->write(origin, save);
+    auto saved = co_await std::move(saving);
+    co_return saved;
+}
+
+Task<> EdsEventStore::removeReminder(std::string identifier) {
+    const auto place = requireIdentifier(identifier, noReminder);
+    auto requiring = m_calendars->require(EntityType::reminder, place.calendarID);
+    const auto listed = co_await std::move(requiring);
+    const auto remove = [place](CalendarClient& client, Call& call) {
+        bridge::removeReminder(client, call, place);
+        return true;
+    };
+    const auto worker = m_calendars->workerOf(listed);
+    auto removing = worker->write(listed, remove);
+    co_await std::move(removing);
+}
+
+} // namespace bridge

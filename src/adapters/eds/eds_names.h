@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/event_store.h"
+
+#include <libedataserver/libedataserver.h>
+
+namespace bridge {
+
+inline constexpr auto serverName = "Evolution Data Server";
+inline constexpr auto registryName = "org.gnome.evolution.dataserver.Sources5";
+inline constexpr auto factoryName = "org.gnome.evolution.dataserver.Calendar8";
+
+// The account of this computer, which the registry brings along.
+inline constexpr auto localAccount = "local-stub";
+
+inline const char* extensionOf(EntityType type) {
+    return type == EntityType::event ? E_SOURCE_EXTENSION_CALENDAR : E_SOURCE_EXTENSION_TASK_LIST;
+}
+
+} // namespace bridge
