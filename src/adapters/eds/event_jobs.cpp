@@ -19,13 +19,14 @@ std::string quoted(Date date) {
 }
 
 // The index behind the range alone knows neither of moved occurrences nor of where they were moved from, so every
-// series is looked at. A day more at both ends: the service takes times without a zone as UTC.
+// series is looked at. That comes first, or the service would expand them all. A day more at both ends: it takes times
+// without a zone as UTC.
 std::string queryFor(Date start, Date end) {
     constexpr int64_t reliable = 365 * day; // what lies before 1970 the service's arithmetic does not see
     if (start.secondsSince1970 < reliable) return "#t";
     const Date from{start.secondsSince1970 - day};
     const Date to{end.secondsSince1970 + day};
-    return "(or (occur-in-time-range? " + quoted(from) + " " + quoted(to) + ") (has-recurrences?))";
+    return "(or (has-recurrences?) (occur-in-time-range? " + quoted(from) + " " + quoted(to) + "))";
 }
 
 CalendarEvent described(const CalendarObject& object, const Occurrence& occurrence, const std::string& calendarID) {
@@ -82,6 +83,17 @@ void removeFrom(CalendarClient& client, Found found, GCancellable* cancellable) 
         client.write(found.object, 0, cancellable);
 }
 
+// What the service made of it. It is saved by now, so what can't be read again is answered as it was written.
+CalendarEvent asStored(CalendarClient& client, const Call& call, const CalendarEvent& written) {
+    try {
+        const auto identifier = ItemIdentifier::parse(written.identifier);
+        auto stored = identifier ? readEvent(client, call, *identifier) : std::nullopt;
+        return stored ? std::move(*stored) : written;
+    } catch (const PlatformError&) {
+        return written;
+    }
+}
+
 } // namespace
 
 bool comesBefore(const CalendarEvent& left, const CalendarEvent& right) {
@@ -89,6 +101,8 @@ bool comesBefore(const CalendarEvent& left, const CalendarEvent& right) {
 }
 
 std::vector<CalendarEvent> readEvents(CalendarClient& client, const Call& call, Date start, Date end, size_t limit) {
+    start = std::max(start, earliestDate);
+    end = std::min(end, Date{latestDate.secondsSince1970 + 1});
     std::vector<CalendarEvent> events;
     for (const auto& object : client.objects(queryFor(start, end), call.cancellable()))
         for (const auto& occurrence : object.occurrences(start, end, limit))
@@ -108,7 +122,7 @@ CalendarEvent addEvent(CalendarClient& client, const Call& call, const CalendarE
     client.requireWritable(call.cancellable());
     const auto object = CalendarObject::create(event, now());
     const auto uid = client.create(object, call.cancellable());
-    return saved(object, uid, client.listed().calendar.id);
+    return asStored(client, call, saved(object, uid, client.listed().calendar.id));
 }
 
 CalendarEvent changeEvent(CalendarClient& client, const Call& call, const ItemIdentifier& identifier,
@@ -123,7 +137,7 @@ CalendarEvent changeEvent(CalendarClient& client, const Call& call, const ItemId
     if (!changed) throw PlatformError("The event can't be changed to that.");
     stored = described(found.object, *changed, identifier.calendarID);
     client.write(found.object, component, call.cancellable());
-    return stored;
+    return asStored(client, call, stored);
 }
 
 CalendarEvent moveEvent(CalendarClient& client, Call& call, const ItemIdentifier& identifier,
@@ -148,7 +162,7 @@ CalendarEvent moveEvent(CalendarClient& client, Call& call, const ItemIdentifier
         return !object || !object->occurrence(found.occurrence.recurrenceID);
     };
     const auto uid = moveItem(targetClient, copy, {remove, isDone}, call);
-    return saved(copy, uid, target.calendar.id);
+    return asStored(targetClient, call, saved(copy, uid, target.calendar.id));
 }
 
 void removeEvent(CalendarClient& client, const Call& call, const ItemIdentifier& identifier) {

@@ -37,6 +37,17 @@ bool isSame(const Reminder& stored, Reminder wanted) {
     return wanted == stored;
 }
 
+// What the service made of it. It is saved by now, so what can't be read again is answered as it was written.
+Reminder asStored(CalendarClient& client, const Call& call, const Reminder& written) {
+    try {
+        const auto identifier = ItemIdentifier::parse(written.identifier);
+        auto stored = identifier ? readReminder(client, call, *identifier) : std::nullopt;
+        return stored ? std::move(*stored) : written;
+    } catch (const PlatformError&) {
+        return written;
+    }
+}
+
 } // namespace
 
 std::vector<Reminder> readReminders(CalendarClient& client, const Call& call) {
@@ -58,7 +69,7 @@ Reminder addReminder(CalendarClient& client, const Call& call, const Reminder& r
     client.requireWritable(call.cancellable());
     const auto object = CalendarObject::create(reminder, now());
     const auto uid = client.create(object, call.cancellable());
-    return described(object, uid, client.listed().calendar.id);
+    return asStored(client, call, described(object, uid, client.listed().calendar.id));
 }
 
 Reminder changeReminder(CalendarClient& client, const Call& call, const ItemIdentifier& identifier,
@@ -70,7 +81,7 @@ Reminder changeReminder(CalendarClient& client, const Call& call, const ItemIden
     object.change(reminder, now());
     stored = described(object, object.uid(), identifier.calendarID);
     client.write(object, 0, call.cancellable());
-    return stored;
+    return asStored(client, call, stored);
 }
 
 Reminder moveReminder(CalendarClient& client, Call& call, const ItemIdentifier& identifier, const Reminder& reminder,
@@ -84,7 +95,7 @@ Reminder moveReminder(CalendarClient& client, Call& call, const ItemIdentifier& 
     const auto remove = [&](GCancellable* cancellable) { client.remove(identifier.uid, cancellable); };
     const auto isDone = [&](GCancellable* cancellable) { return !client.object(identifier.uid, cancellable); };
     const auto uid = moveItem(targetClient, object, {remove, isDone}, call);
-    return described(object, uid, target.calendar.id);
+    return asStored(targetClient, call, described(object, uid, target.calendar.id));
 }
 
 void removeReminder(CalendarClient& client, const Call& call, const ItemIdentifier& identifier) {
