@@ -3,6 +3,9 @@
 #include "adapters/xdg/xdg_paths.h"
 #include "app/platform.h"
 #include "base/log.h"
+#ifdef HAVE_ECAL
+#include "adapters/eds/eds_event_store.h"
+#endif
 #ifdef HAVE_GIO
 #include "adapters/gio/gio_trash.h"
 #endif
@@ -24,6 +27,14 @@ std::unique_ptr<SecureStore> openKeyring([[maybe_unused]] EventLoop& loop) {
 #endif
 }
 
+std::unique_ptr<EventStore> openCalendarService([[maybe_unused]] EventLoop& loop) {
+#ifdef HAVE_ECAL
+    return loop.runUntilDone(EdsEventStore::open(loop));
+#else
+    return nullptr;
+#endif
+}
+
 std::unique_ptr<Trash> openTrash(const XdgPaths& paths) {
 #ifdef HAVE_GIO
     return std::make_unique<GioTrash>(HomeTrash(paths.homeTrash()));
@@ -40,7 +51,9 @@ Platform openDesktopPlatform(EventLoop& loop) {
     auto platform = openEmbeddedPlatform(loop, folder);
     platform.secureStore = std::make_unique<PreferredSecureStore>(openKeyring(loop), std::move(platform.secureStore));
     platform.trash = openTrash(paths);
+    if (auto service = openCalendarService(loop)) platform.eventStore = std::move(service);
     log::note("The credential is kept in " + platform.secureStore->description() + ".");
+    log::note("Calendars and reminders are those of " + platform.eventStore->description() + ".");
     return platform;
 }
 
