@@ -3,7 +3,6 @@
 #include "app/bridge_model.h"
 #include "app/process.h"
 #include "base/log.h"
-#include "tests/fakes/sample_event_store.h"
 #include "tests/support/temporary_folder.h"
 
 #include <fcntl.h>
@@ -12,8 +11,8 @@
 
 namespace bridge {
 
-// The whole bridge on embedded adapters, but calendars that last as long as it does; serving on its real port from a
-// thread of its own: paired, every switch on, one authorized folder.
+// The whole bridge on embedded adapters, serving on its real port from a thread of its own: paired, every switch on,
+// one authorized folder.
 class RunningBridge {
 public:
     static constexpr const char* credential = "credential-of-the-tests";
@@ -84,7 +83,6 @@ private:
             log::writeTo(logFile.get());
             EventLoop loop;
             auto platform = openEmbeddedPlatform(loop, m_folder.path());
-            platform.eventStore = std::make_unique<SampleEventStore>();
             loop.runUntilDone(platform.secureStore->replace(BridgePairingStore::credentialItem(), credential));
             BridgeCapabilityPolicy policy(*platform.defaults);
             for (const auto group : allCapabilityGroups)

@@ -8,7 +8,7 @@ namespace {
 
 using Consent = RunningBridge::Consent;
 
-// What the calendars of the sample can do, over the wire.
+// A bridge that may use calendars and reminders, with nothing on its allow-lists.
 class CalendarsOverTheWire : public testing::Test {
 protected:
     // The identifier of what an operation made.
