@@ -18,6 +18,9 @@ Database::Database(const std::string& path, std::string_view contents, const Dat
         whenClosed(WhenClosed::leave);
         sqlite3_db_config(m_connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
         sqlite3_busy_timeout(m_connection, static_cast<int>(options.busyTimeout.count()));
+        // Room for the indexes of a large import, which would go to the disk and come back again and again; used only
+        // as far as needed.
+        script("PRAGMA cache_size = -16384");
         // A schema that was tampered with can't call functions; sorting leaves nothing private in a temporary file.
         script("PRAGMA trusted_schema = OFF; PRAGMA cell_size_check = ON; PRAGMA foreign_keys = ON;"
                "PRAGMA temp_store = MEMORY; PRAGMA synchronous = FULL");

@@ -40,11 +40,9 @@ std::vector<CalendarEvent> EventSearch::run(const std::vector<CalendarRow>& cale
 }
 
 void EventSearch::addIndexed(const CalendarRow& calendar) {
-    for (auto& found : OccurrenceTable(m_database).find(calendar.key, m_start, m_end, m_limit)) {
-        const auto start = found.start.date();
+    for (auto& found : OccurrenceTable(m_database).find(calendar.key, m_start, m_end, m_limit))
         m_candidates.push_back(
-            {start, found.end.date(), found.item, std::move(found.recurrenceID), found.component, std::nullopt});
-    }
+            {found.start, found.end, found.item, std::move(found.recurrenceID), found.component, std::nullopt});
 }
 
 void EventSearch::addExpanded(const CalendarRow& calendar, std::optional<Date> last) {

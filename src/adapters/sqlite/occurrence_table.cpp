@@ -1,5 +1,7 @@
 #include "adapters/sqlite/occurrence_table.h"
 
+#include "base/time_zone.h"
+
 #include <algorithm>
 #include <array>
 
@@ -50,13 +52,16 @@ struct Search {
     Date end;
     size_t limit;
     std::vector<IndexedOccurrence>& found;
+    // Asking for the user's zone each time would take longer than all the rest.
+    const std::shared_ptr<const TimeZone> user = TimeZone::user();
 
+    Date momentOf(int64_t seconds, bool isFloating) const { return {isFloating ? user->momentOf(seconds) : seconds}; }
     // Adds the row's occurrence if it is one.
     bool take(const Statement& row, int clock) const {
         IndexedOccurrence occurrence;
-        occurrence.start = {row.column<int64_t>(0), (clock & floatingStart) != 0};
-        occurrence.end = {row.column<int64_t>(1), (clock & floatingEnd) != 0};
-        if (!isWithin(occurrence.start.date(), occurrence.end.date(), start, end)) return false;
+        occurrence.start = momentOf(row.column<int64_t>(0), (clock & floatingStart) != 0);
+        occurrence.end = momentOf(row.column<int64_t>(1), (clock & floatingEnd) != 0);
+        if (!isWithin(occurrence.start, occurrence.end, start, end)) return false;
         occurrence.item = row.column<int64_t>(2);
         occurrence.recurrenceID = row.column<std::string>(3);
         occurrence.component = row.column<size_t>(4);
@@ -67,11 +72,13 @@ struct Search {
     void run(int clock) const {
         const int64_t slack = clock == moments ? 0 : farthestClock;
         size_t count = 0;
-        // Those longer than a day that began before what is walked below, one probe for each length.
+        // Those longer than a day that began before what is walked below, one probe for each length. The index is
+        // named, since nothing tells SQLite how few there are.
         auto early =
             database.query("WITH RECURSIVE reaches(reach) AS (SELECT 172800 UNION ALL SELECT 2 * reach FROM reaches "
                            "WHERE reach < 1e12) "
-                           "SELECT start, \"end\", item, recurrence_id, component FROM reaches CROSS JOIN occurrence "
+                           "SELECT start, \"end\", item, recurrence_id, component "
+                           "FROM reaches CROSS JOIN occurrence INDEXED BY occurrence_long "
                            "WHERE calendar = ?1 AND clock = ?2 AND occurrence.reach = reaches.reach "
                            "AND start > ?3 - reaches.reach AND start < ?3 - 86400",
                            calendar, clock, start.secondsSince1970 - slack);

@@ -27,10 +27,10 @@ struct CoveredOccurrences {
 // more than some thousand occurrences in that time, those around now.
 CoveredOccurrences coveredOccurrences(const CalendarObject& object, Date now);
 
-// An occurrence in the table.
+// An occurrence in the table, with the moments that it has where the user is.
 struct IndexedOccurrence {
-    EventTime start;
-    EventTime end;
+    Date start;
+    Date end;
     int64_t item = 0;
     std::string recurrenceID;
     size_t component = 0;
