@@ -234,7 +234,7 @@ FoundOccurrences Series::between(Date from, Date to, size_t limit) const {
 
     if (m_times) {
         // Local times run some hours ahead and behind when clocks change, so a little more is looked at than asked for.
-        constexpr int64_t slack = 26 * 3600;
+        const int64_t slack = m_form.isUTC() ? 0 : 26 * 3600;
         int64_t reach = m_times->reach();
         for (const auto& [key, period] : m_dates) {
             const auto occurrence = occurrenceAt(key);
