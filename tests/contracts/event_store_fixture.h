@@ -17,7 +17,8 @@ namespace bridge {
 struct EventStoreKind {
     std::string name;
     std::function<std::unique_ptr<EventStoreUnderTest>()> make;
-    size_t many = 1'000; // how many items a calendar of this store takes in a moment
+    size_t many = 1'000;          // how many items a calendar of this store takes in a moment
+    bool keepsOuterSpaces = true; // or drops those at both ends of a text
 };
 
 inline void PrintTo(const EventStoreKind& kind, std::ostream* out) {
@@ -61,6 +62,13 @@ protected:
             return error.what();
         }
         return {};
+    }
+
+    // What is left of a text in this store.
+    static std::string kept(const std::string& text) {
+        if (GetParam().keepsOuterSpaces) return text;
+        const auto first = text.find_first_not_of(" \t");
+        return first == text.npos ? "" : text.substr(first, text.find_last_not_of(" \t") + 1 - first);
     }
 
     CalendarSource account() {
