@@ -83,6 +83,10 @@ GLibPointer<GVariant> PrivateBus::call(const char* method, GVariant* arguments, 
         G_VARIANT_TYPE(type), G_DBUS_CALL_FLAGS_NONE, usualTimeout, nullptr, nullptr));
 }
 
+void PrivateBus::reload() const {
+    if (!call("ReloadConfig", nullptr, "()")) throw std::runtime_error("the private bus does not read its folder");
+}
+
 pid_t PrivateBus::processOf(const std::string& name) const {
     guint32 process = 0;
     if (const auto answer = call("GetConnectionUnixProcessID", g_variant_new("(s)", name.c_str()), "(u)"))

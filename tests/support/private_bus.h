@@ -10,7 +10,7 @@
 namespace bridge {
 
 // A session bus of the tests' own for the whole program, since GLib keeps to the first bus it meets. It starts no
-// service but those in serviceFolder().
+// service but those in serviceFolder(), and they end with it.
 class PrivateBus : public testing::Environment {
 public:
     static bool isPossible() { return ChildProcess::isInstalled("dbus-daemon"); }
@@ -18,8 +18,9 @@ public:
     const std::string& address() const { return m_address; }
     // A connection that shares nothing with the code under test.
     GObjectPointer<GDBusConnection> connect() const;
-    // Where the bus looks for *.service files each time a name is asked for.
+    // Where the bus finds the *.service files of those that it starts; it looks again at reload().
     std::filesystem::path serviceFolder() const { return *m_folder / "services"; }
+    void reload() const;
     // Blocks until somebody owns the name, or nobody does.
     enum class Owned { no, yes };
     void waitUntil(Owned owned, const std::string& name) const;

@@ -53,7 +53,13 @@ template <typename Read> auto CalendarClient::reading(GCancellable* cancellable,
 }
 
 bool CalendarClient::isReadOnly(GCancellable* cancellable) {
-    return reading(cancellable, [](ECalClient* client) -> bool { return e_client_is_readonly(E_CLIENT(client)); });
+    return reading(cancellable, [&](ECalClient* client) -> bool {
+        // What the client says by itself is as old as the last notice, and wrong for one that has just been opened.
+        Outcome asked;
+        e_client_retrieve_properties_sync(E_CLIENT(client), cancellable, asked.out());
+        asked.check(m_listed.subject());
+        return e_client_is_readonly(E_CLIENT(client));
+    });
 }
 
 void CalendarClient::requireWritable(GCancellable* cancellable) {
