@@ -82,6 +82,17 @@ bool has(ESourceRegistry* registry, const char* identifier) {
     return GObjectPointer<ESource>(e_source_registry_ref_source(registry, identifier)) != nullptr;
 }
 
+// Starts it when it isn't running. The library's own first question to the registry can't be cancelled, so one that
+// hangs has to show before.
+void requireAnswer(GDBusConnection* bus, GCancellable* cancellable) {
+    constexpr int usualTimeout = -1;
+    Outcome asked;
+    const GLibPointer<GVariant> answer(g_dbus_connection_call_sync(
+        bus, registryName, "/org/gnome/evolution/dataserver/SourceManager", "org.freedesktop.DBus.Peer", "Ping",
+        nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE, usualTimeout, cancellable, asked.out()));
+    asked.check(serverName);
+}
+
 } // namespace
 
 std::string ListedCalendar::subject() const {
@@ -99,11 +110,12 @@ GObjectPointer<ESourceRegistry> openRegistry(GCancellable* cancellable) {
     if (!bus) throw PlatformError("There is no session bus.");
     if (!isNameServed(bus.get(), registryName, cancellable))
         throw PlatformError(std::string(serverName) + " is not there.");
+    requireAnswer(bus.get(), cancellable);
     Outcome opened;
     GObjectPointer<ESourceRegistry> registry(e_source_registry_new_sync(cancellable, opened.out()));
     opened.check(serverName);
-    // A service that was there and did not start leaves an empty registry behind.
-    if (!has(registry.get(), localAccount)) throw PlatformError(std::string(serverName) + " does not start.");
+    // One that went meanwhile leaves an empty registry behind.
+    if (!has(registry.get(), localAccount)) throw PlatformError(std::string(serverName) + " does not answer.");
     return registry;
 }
 

@@ -61,13 +61,19 @@ void PrivateEds::TearDown() {
     m_home.reset();
 }
 
+void PrivateEds::write(const std::string& service, const std::string& command) const {
+    putFile(serviceFolder() / (service + ".service"), "[D-BUS Service]\nName=" + service + "\nExec=" + command + "\n");
+}
+
 void PrivateEds::install() {
-    const auto write = [&](const std::string& service, const std::string& options) {
-        putFile(serviceFolder() / (service + ".service"),
-                "[D-BUS Service]\nName=" + service + "\nExec=" + commandOf(service) + options + "\n");
-    };
-    write(registryService, "");
-    write(calendarService, " --backend-per-process=1");
+    write(registryService, commandOf(registryService));
+    write(calendarService, commandOf(calendarService) + " --backend-per-process=1");
+    reload();
+}
+
+void PrivateEds::installBroken() {
+    write(registryService, "/bin/false");
+    write(calendarService, "/bin/false");
     reload();
 }
 

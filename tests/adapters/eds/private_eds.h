@@ -19,6 +19,8 @@ public:
     // Ends every process of it, with everything saved, and lets the bus start no other until install().
     void uninstall();
     void install();
+    // A service that ends as soon as it is started, until install().
+    void installBroken();
     // Ends every process of it by force; the bus may start it again.
     void kill();
 
@@ -28,6 +30,7 @@ public:
     std::vector<pid_t> backends() const;
 
 private:
+    void write(const std::string& service, const std::string& command) const;
     std::vector<std::string> ownNames() const;
     void end(int signal);
 
