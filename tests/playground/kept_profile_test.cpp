@@ -48,7 +48,7 @@ TEST_F(KeptProfile, IsForTheUserAlone) {
     EXPECT_EQ(playground.end(SIGTERM).status, 0);
     EXPECT_EQ(permissions(temporary / "deep"), 0700U);
     EXPECT_EQ(permissions(temporary / "deep/kept"), 0700U);
-    for (const auto* file : {"defaults.json", "credential.json", "consent.json", "bridge.log"})
+    for (const auto* file : {"defaults.json", "credential.json", "consent.json", "bridge.log", "calendars.db"})
         EXPECT_EQ(permissions(temporary / "deep/kept" / file), 0600U) << file;
 }
 
@@ -65,6 +65,7 @@ TEST_F(KeptProfile, HasDefaultsUnderTheirKeys) {
     for (const auto& [key, value] : defaults())
         keys.push_back(key);
     EXPECT_EQ(keys, (std::vector<std::string>{"agentPairing.installationID", "agentPairing.serverURL",
+                                              "appleBridge.allowedCalendarIDs", "appleBridge.allowedReminderListIDs",
                                               "appleBridge.enabledCapabilities.v1", "authorizedFileRoots.v1"}));
     EXPECT_EQ(defaults().at("appleBridge.enabledCapabilities.v1").array()->size(), 47U);
 }

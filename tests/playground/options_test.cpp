@@ -56,8 +56,8 @@ TEST(Options, AskForHelp) {
 }
 
 TEST(Options, AreAllInTheHelp) {
-    for (const auto* option :
-         {"--serve", "--profile", "--capabilities", "--calendars", "--reminder-lists", "--permission", "--unpaired"})
+    for (const auto* option : {"--serve", "--profile", "--capabilities", "--calendars", "--reminder-lists",
+                               "--permission", "--import", "--unpaired"})
         EXPECT_NE(std::string_view(usage).find(option), std::string_view::npos) << option;
 }
 

@@ -44,11 +44,11 @@ int serve(EventLoop& loop, const std::string& line) {
     return 0;
 }
 
-int showAround(EventLoop& loop, BridgeModel& model, const std::string& credential) {
+int showAround(EventLoop& loop, BridgeModel& model, const std::string& credential, Date now) {
     if (model.files.roots.get().empty()) throw std::runtime_error("This profile has no authorized folder to show.");
     const auto rootID = model.files.roots.get().front().id;
     CurlHTTPClient client(loop);
-    const bool asExpected = loop.runUntilDone(tour(client, credential, rootID));
+    const bool asExpected = loop.runUntilDone(tour(client, credential, rootID, now));
     fmt::print("\n{}\n", curlLine(credential, rootID));
     // Somebody at a terminal gets the time to use that line; a script goes on.
     if (isatty(STDIN_FILENO) && isatty(STDOUT_FILENO)) {
@@ -72,7 +72,7 @@ int run(const Options& options) {
     const TerminationSignals signals(loop, [&loop] { loop.stop(); });
     const auto credential = prepare(loop, model, platform, options, profile.folder());
     const int status = options.serve ? serve(loop, readyLine(credential, profile.folder(), model))
-                                     : showAround(loop, model, credential);
+                                     : showAround(loop, model, credential, platform.clock->now());
     log::writeTo(STDERR_FILENO);
     return status;
 }

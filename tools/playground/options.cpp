@@ -9,11 +9,12 @@ const char* const usage = R"(./try            run the bridge on sample data, tou
 
   --profile DIR                           keep everything below DIR between runs (default: a throw-away folder)
   --capabilities all|none|keep|NAME,NAME  what is switched on (default: all; keep: what DIR has stored)
-  --calendars all|none|keep               which calendars are authorized, once there are any
-  --reminder-lists all|none|keep          which reminder lists are authorized, once there are any
+  --calendars all|none|keep               which calendars are authorized (default: all)
+  --reminder-lists all|none|keep          which reminder lists are authorized (default: all)
   --permission SERVICE=STATE              calendar, reminders, contacts, music or location, and one of notDetermined,
                                           denied, restricted, writeOnly, limited, fullAccess, unavailable, unknown, as far as
                                           the service has such a state; may be repeated (default: fullAccess)
+  --import FILE                           take the calendars of an iCalendar file too; may be repeated
   --unpaired                              leave the bridge without a credential
 )";
 
@@ -106,6 +107,8 @@ Options readOptions(const std::vector<std::string>& words) {
             options.calendars = readChoice(word, value());
         else if (word == "--reminder-lists")
             options.reminderLists = readChoice(word, value());
+        else if (word == "--import")
+            options.imports.push_back(value());
         else if (word == "--permission")
             addPermission(options, value());
         else

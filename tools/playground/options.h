@@ -27,6 +27,7 @@ struct Options {
     // Every service's status as its platform numbers it; nothing where the service is not to exist.
     std::map<PrivacyService, std::optional<int>> permissions;
     bool unpaired = false;
+    std::vector<std::string> imports; // iCalendar files
 };
 
 // A word that can't be understood, with what would be.

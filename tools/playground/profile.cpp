@@ -1,9 +1,12 @@
 #include "profile.h"
 
 #include "adapters/jsonfile/consent_file.h"
+#include "app/import/import_report.h"
+#include "sample_calendars.h"
 #include "sample_data.h"
 #include "tools/agent_server/stand_in_agent_server.h"
 
+#include <cstdio>
 #include <stdlib.h>
 #include <sys/stat.h>
 
@@ -30,6 +33,31 @@ void choose(BridgeCapabilityPolicy& policy, const Choice& choice) {
 void answerForTheUser(ConsentFile& consent, const Options& options) {
     for (const auto& [service, status] : options.permissions)
         consent.setStatus(service, status);
+}
+
+// Into the file that the bridge uses, as the user's own tools do.
+void fillCalendars(EventLoop& loop, Platform& platform, const std::string& path, bool isNew,
+                   const std::vector<std::string>& imports) {
+    SqliteEventStore store(path, *platform.clock);
+    if (isNew) loop.runUntilDone(makeSampleCalendars(store, platform.clock->now()));
+    for (const auto& name : imports) {
+        const auto file = loop.runUntilDone(importCalendarFile(store, name, [](const std::string&) {}));
+        std::fputs(describe(file).c_str(), stderr);
+        if (file.failure) throw std::runtime_error(name + " could not be imported.");
+    }
+}
+
+// Only who has access can choose, so the user has it meanwhile whatever the options say.
+void authorizeCalendars(EventLoop& loop, AppleDataBridge& bridge, ConsentFile& consent, const Options& options) {
+    constexpr int granted = 3;
+    if (options.calendars.kind != Choice::Kind::keep) {
+        consent.setStatus(PrivacyService::calendar, granted);
+        loop.runUntilDone(bridge.setAllCalendars(options.calendars.kind == Choice::Kind::all));
+    }
+    if (options.reminderLists.kind != Choice::Kind::keep) {
+        consent.setStatus(PrivacyService::reminders, granted);
+        loop.runUntilDone(bridge.setAllReminderLists(options.reminderLists.kind == Choice::Kind::all));
+    }
 }
 
 void pair(EventLoop& loop, BridgeModel& model) {
@@ -60,12 +88,17 @@ Profile::~Profile() {
 
 std::string prepare(EventLoop& loop, BridgeModel& model, Platform& platform, const Options& options,
                     const std::filesystem::path& folder) {
+    const auto calendars = folder / profile::calendars;
+    const bool hasCalendars = std::filesystem::exists(calendars); // asked before the bridge makes them
     // First of all: when the port is taken, another bridge may be using this very profile.
     loop.runUntilDone(model.start());
     if (const auto* failure = std::get_if<ServerFailed>(&model.httpServer.state.get()))
         throw std::runtime_error(failure->message);
 
-    answerForTheUser(dynamic_cast<ConsentFile&>(*platform.authorization), options);
+    fillCalendars(loop, platform, calendars, !hasCalendars, options.imports);
+    auto& consent = dynamic_cast<ConsentFile&>(*platform.authorization);
+    authorizeCalendars(loop, model.dataBridge, consent, options);
+    answerForTheUser(consent, options);
     if (!platform.defaults->contains(FileDataBridge::rootsKey)) {
         const auto documents = folder / "Documents";
         makeSampleDocuments(documents);

@@ -1,0 +1,97 @@
+#include "tour_steps.h"
+
+namespace bridge::playground {
+
+namespace {
+
+constexpr const char* later = "unsupported_operation";
+
+constexpr Step steps[] = {
+    {"permissions.get"},
+    {"files.roots.list"},
+    {"files.list", R"({"rootID":"$root","path":""})"},
+    {"files.read_text", R"({"rootID":"$root","path":"Shopping list.md"})"},
+    {"files.create_directory", R"({"rootID":"$root","path":"Letters/2026"})"},
+    {"files.write_text",
+     R"({"rootID":"$root","path":"Letters/2026/To Ada.txt","content":"Dear Ada,\n","overwrite":false})"},
+    {"files.write_text", R"({"rootID":"$root","path":"Letters/2026/To Ada.txt","content":"","overwrite":false})", false,
+     "operation_failed"},
+    {"files.write_text", R"({"rootID":"$root","path":"Letters/2026/To Ada.txt","content":"","overwrite":true})", false,
+     "confirmation_required"},
+    {"files.write_text",
+     R"({"rootID":"$root","path":"Letters/2026/To Ada.txt","content":"Dear Ada Lovelace,\n","overwrite":true})", true},
+    {"files.move",
+     R"({"rootID":"$root","sourcePath":"Letters/2026/To Ada.txt","destinationPath":"Letters/Ada.txt","overwrite":false})"},
+    {"files.delete", R"({"rootID":"$root","path":"Letters/Ada.txt"})", false, "confirmation_required"},
+    {"files.delete", R"({"rootID":"$root","path":"Letters/Ada.txt"})", true},
+    {"files.read_text", R"({"rootID":"$root","path":"../outside.txt"})", false, "unsafe_path"},
+    {"calendar.list"},
+    {"calendar.sources.list"},
+    {"calendar.events.search", R"({"startDate":"$today","endDate":"$nextWeek","calendarIDs":[]})"},
+    {"calendar.events.search", R"({"startDate":"$nextWeek","endDate":"$today","calendarIDs":[]})", false,
+     "invalid_date_range"},
+    {"calendar.create", R"({"title":"Garden"})", false, "", "calendar"},
+    {"calendar.update", R"({"identifier":"$calendar","title":"Garden and allotment"})"},
+    {"calendar.events.create",
+     R"({"calendarID":"$calendar","title":"Sowing","startDate":"$tomorrow","endDate":"$anHourLater","isAllDay":false,)"
+     R"("location":"Bed 4","alarmOffsetSeconds":-900})",
+     false, "", "event"},
+    {"calendar.events.update", R"({"identifier":"$event","title":"Sowing chard","notes":"Two rows."})"},
+    {"calendar.events.search",
+     R"({"startDate":"$today","endDate":"$nextWeek","calendarIDs":["$calendar"],"limit":10})"},
+    {"calendar.events.delete", R"({"identifier":"$event"})", false, "confirmation_required"},
+    {"calendar.events.delete", R"({"identifier":"$event"})", true},
+    {"calendar.events.update", R"({"identifier":"$event","title":"Gone"})", false, "event_not_found"},
+    {"calendar.delete", R"({"identifier":"$calendar"})", true},
+    {"reminders.lists.list"},
+    {"reminders.sources.list"},
+    {"reminders.search", R"({"listIDs":[],"isCompleted":false,"dueBefore":"$nextWeek"})"},
+    {"reminders.lists.create", R"({"title":"Seeds"})", false, "", "list"},
+    {"reminders.lists.update", R"({"identifier":"$list","title":"Seeds to buy"})"},
+    {"reminders.create", R"({"listID":"$list","title":"Chard","dueDate":"$tomorrow","priority":1})", false, "",
+     "reminder"},
+    {"reminders.update", R"({"identifier":"$reminder","isCompleted":true})"},
+    {"reminders.search", R"({"listIDs":["$list"],"query":"chard"})"},
+    {"reminders.delete", R"({"identifier":"$reminder"})", false, "confirmation_required"},
+    {"reminders.delete", R"({"identifier":"$reminder"})", true},
+    {"reminders.lists.delete", R"({"identifier":"$list"})", true},
+    {"contacts.search", R"({"limit":10})", false, later},
+    {"contacts.groups.list", nullptr, false, later},
+    {"contacts.create", R"({"givenName":"Ada","phoneNumbers":[],"emailAddresses":[]})", false, later},
+    {"contacts.update", R"({"identifier":"c","nickname":"Countess"})", false, later},
+    {"contacts.groups.create", R"({"name":"Mathematics"})", false, later},
+    {"contacts.groups.add_members", R"({"groupIdentifier":"g","contactIdentifiers":["c"]})", false, later},
+    {"contacts.groups.remove_members", R"({"groupIdentifier":"g","contactIdentifiers":["c"]})", false, later},
+    {"contacts.groups.delete", R"({"identifier":"g"})", true, later},
+    {"contacts.delete", R"({"identifier":"c"})", true, later},
+    {"music.search", R"({"source":"library","limit":5})", false, later},
+    {"music.playlists.list", R"({"limit":5})", false, later},
+    {"music.playlists.create", R"({"name":"Digging","songIDs":["1"]})", false, later},
+    {"music.playlists.add_songs", R"({"playlistID":"p","songIDs":["1"]})", false, later},
+    {"music.playlists.delete", R"({"identifier":"p"})", true, later},
+    {"music.play", R"({"identifier":"1"})", false, later},
+    {"music.pause", nullptr, false, later},
+    {"iwork.pages.create", R"({"rootID":"$root","path":"a.pages","text":"A"})", false, later},
+    {"iwork.pages.read", R"({"rootID":"$root","path":"a.pages"})", false, later},
+    {"iwork.numbers.create", R"({"rootID":"$root","path":"a.numbers","values":[[1]]})", false, later},
+    {"iwork.numbers.write_range", R"({"rootID":"$root","path":"a.numbers","range":"A1","values":[[2]]})", false, later},
+    {"iwork.numbers.read_range", R"({"rootID":"$root","path":"a.numbers","range":"A1"})", false, later},
+    {"iwork.keynote.create", R"({"rootID":"$root","path":"a.key","slides":[{"title":"A"}]})", false, later},
+    {"iwork.export",
+     R"({"application":"pages","rootID":"$root","inputPath":"a.pages","outputPath":"a.pdf","format":"pdf"})", false,
+     later},
+    {"location.current", nullptr, false, later},
+    {"maps.places.search", R"({"query":"station","limit":3})", false, later},
+    {"maps.directions",
+     R"({"originLatitude":52.5,"originLongitude":13.4,"destinationLatitude":52.4,"destinationLongitude":13.1,)"
+     R"("transport":"walking"})",
+     false, later},
+};
+
+} // namespace
+
+std::span<const Step> tourSteps() {
+    return steps;
+}
+
+} // namespace bridge::playground
