@@ -14,6 +14,8 @@
 
 namespace bridge {
 
+struct RuleExample;
+
 struct EventStoreKind {
     std::string name;
     std::function<std::unique_ptr<EventStoreUnderTest>()> make;
@@ -193,6 +195,9 @@ protected:
         return found;
     }
     static bool has(std::string_view text, std::string_view part) { return text.find(part) != text.npos; }
+
+    // That these rules give these times, which are those of the clocks in a place.
+    void expectOccurrences(const std::vector<RuleExample>& examples, const std::string& place);
 
     // First, since a store may look at the zone when it opens, and lasting longest.
     UserTimeZone zone{"Europe/Lisbon"};
