@@ -17,8 +17,6 @@ namespace bridge {
 
 namespace {
 
-constexpr const char* folderName = "/brindlefox-apple-bridge";
-
 std::unique_ptr<SecureStore> openKeyring([[maybe_unused]] EventLoop& loop) {
 #ifdef HAVE_SECRET
     return loop.runUntilDone(SecretServiceStore::open(loop));
@@ -45,13 +43,15 @@ std::unique_ptr<Trash> openTrash(const XdgPaths& paths) {
 
 } // namespace
 
+std::string userProfileFolder() {
+    return XdgPaths().dataHome + "/brindlefox-apple-bridge";
+}
+
 Platform openDesktopPlatform(EventLoop& loop) {
-    const XdgPaths paths;
-    const auto folder = paths.dataHome + folderName;
-    auto platform = openEmbeddedPlatform(loop, folder);
+    auto platform = openEmbeddedPlatform(loop, userProfileFolder());
     platform.secureStore = std::make_unique<PreferredSecureStore>(openKeyring(loop), std::move(platform.secureStore));
-    platform.trash = openTrash(paths);
     if (auto service = openCalendarService(loop)) platform.eventStore = std::move(service);
+    platform.trash = openTrash(XdgPaths());
     log::note("The credential is kept in " + platform.secureStore->description() + ".");
     log::note("Calendars and reminders are those of " + platform.eventStore->description() + ".");
     return platform;

@@ -41,6 +41,9 @@ constexpr const char* trash = "Trash";
 constexpr const char* calendars = "calendars.db";
 } // namespace profile
 
+// The folder of the logged-in user's profile. Nothing is made.
+std::string userProfileFolder();
+
 // The adapters that need no service of the desktop, with every file below `folder`.
 Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder);
 
