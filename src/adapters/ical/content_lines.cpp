@@ -62,7 +62,7 @@ std::vector<ContentLine> readContentLines(std::string_view bytes) {
         const auto line = bytes.substr(0, end);
         if (!line.empty() && isWhiteSpace(line.front()) && !lines.empty()) {
             lines.back().text += line.substr(1);
-        } else {
+        } else if (!line.empty()) {
             finish(lines);
             lines.push_back({.number = number, .text = std::string(line)});
         }

@@ -47,8 +47,9 @@ public:
         for (auto& line : readContentLines(bytes))
             take(std::move(line));
         if (isOpen()) giveUp("It has no end.");
-        if (m_calendars == 0 && m_found.components.empty() && m_unended == 0)
-            throw PlatformError("The file is no iCalendar file.");
+        const bool hasAny = m_calendars > 0 || std::any_of(m_found.components.begin(), m_found.components.end(),
+                                                           [](const auto& found) { return isOuter(found.kind); });
+        if (!hasAny) throw PlatformError("The file is no iCalendar file.");
         return std::move(m_found);
     }
 
@@ -107,7 +108,6 @@ private:
     void giveUp(const char* reason) {
         m_found.problems.push_back({m_component.description(), reason});
         m_open.clear();
-        ++m_unended;
     }
 
     // Told once for lines in a row.
@@ -123,7 +123,6 @@ private:
     bool m_isTooDeep = false;
     bool m_isNonsense = false;
     size_t m_calendars = 0;
-    size_t m_unended = 0;
 };
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "adapters/ical/library.h"
 #include "adapters/ical/recurrence_rule.h"
 #include "adapters/ical/shield.h"
+#include "base/text.h"
 
 #include <algorithm>
 #include <array>
@@ -32,6 +33,10 @@ public:
         const ICalPointer<icalcomponent> item(icalparser_parse_string(m_component.text().c_str()));
         if (!item) return lose("It can't be read.");
         if (icalcomponent_count_errors(item.get()) > 0) checkLines();
+        checkParts();
+        if (auto* id = firstProperty(item.get(), ICAL_RECURRENCEID_PROPERTY);
+            id && icalproperty_get_first_parameter(id, ICAL_RANGE_PARAMETER))
+            note("It stands for all later ones too, but was taken for its own day alone.");
         for (const auto kind : {ICAL_DTSTART_PROPERTY, ICAL_RECURRENCEID_PROPERTY, ICAL_RDATE_PROPERTY,
                                 ICAL_EXDATE_PROPERTY, ICAL_DTEND_PROPERTY, ICAL_DUE_PROPERTY, ICAL_COMPLETED_PROPERTY})
             for (auto* property : properties(item.get(), kind))
@@ -71,6 +76,21 @@ private:
                 note(fmt::format("It was taken without line {}, a part of its alarm.", line.number));
             else if (!isEmpty)
                 note(fmt::format("It was taken without line {}, which can't be read.", line.number));
+        }
+    }
+
+    // libical keeps no other parts than alarms.
+    void checkParts() {
+        int depth = 0;
+        std::set<std::string> leftOut;
+        for (const auto& line : m_component.lines) {
+            const auto name = line.name();
+            if (name == "END") --depth;
+            if (name != "BEGIN") continue;
+            const std::string part(trim(line.value()));
+            const bool isAlarm = depth == 1 && uppercase(part) == "VALARM";
+            if (++depth > 1 && !isAlarm && leftOut.insert(part).second)
+                note(fmt::format("It was taken without its {}.", part));
         }
     }
 
