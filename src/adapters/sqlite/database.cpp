@@ -1,5 +1,6 @@
 #include "adapters/sqlite/database.h"
 
+#include <cerrno>
 #include <new>
 #include <sqlite3.h>
 
@@ -8,6 +9,7 @@ namespace bridge {
 Database::Database(const std::string& path, std::string_view contents, const DatabaseOptions& options)
     : m_contents(contents) {
     constexpr int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
+    errno = 0;
     const int code = sqlite3_open_v2(path.c_str(), &m_connection, flags, nullptr);
     if (code != SQLITE_OK) {
         const auto error = translate(m_connection, code, m_contents);
@@ -37,6 +39,7 @@ Database::~Database() {
 }
 
 void Database::script(const char* sql) {
+    errno = 0;
     const int code = sqlite3_exec(m_connection, sql, nullptr, nullptr, nullptr);
     if (code != SQLITE_OK) fail(code);
 }
@@ -61,6 +64,7 @@ Statement Database::prepare(std::string_view sql) {
         return {*this, handle};
     }
     sqlite3_stmt* handle = nullptr;
+    errno = 0;
     const int code = sqlite3_prepare_v3(m_connection, sql.data(), static_cast<int>(sql.size()),
                                         SQLITE_PREPARE_PERSISTENT, &handle, nullptr);
     if (code != SQLITE_OK) fail(code);

@@ -62,9 +62,14 @@ std::string sentence(DatabaseTrouble trouble, int code, int systemError, std::st
 } // namespace
 
 DatabaseError translate(sqlite3* connection, int code, std::string_view contents) {
+    const int lastError = errno;
     const int primary = code & 0xff;
-    const bool isOfSystem = primary == SQLITE_IOERR || primary == SQLITE_CANTOPEN;
-    const int systemError = isOfSystem && connection ? sqlite3_system_errno(connection) : 0;
+    int systemError = 0;
+    if (primary == SQLITE_IOERR || primary == SQLITE_CANTOPEN) {
+        if (connection) systemError = sqlite3_system_errno(connection);
+        // It forgets the reason when it is a COMMIT that fails.
+        if (systemError == 0) systemError = lastError;
+    }
     const auto trouble = troubleOf(code, systemError);
     return {trouble, sentence(trouble, code, systemError, contents)};
 }

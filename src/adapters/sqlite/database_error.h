@@ -29,7 +29,7 @@ private:
 };
 
 // What went wrong, as a sentence for the user. `contents` is what the database holds, in the plural: "calendars on this
-// computer". `connection` is the one that answered with `code`.
+// computer". `connection` is the one that has just answered with `code`; errno was 0 before it was asked.
 DatabaseError translate(sqlite3* connection, int code, std::string_view contents);
 
 } // namespace bridge

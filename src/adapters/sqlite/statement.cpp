@@ -2,6 +2,7 @@
 
 #include "adapters/sqlite/database.h"
 
+#include <cerrno>
 #include <new>
 #include <sqlite3.h>
 
@@ -25,6 +26,7 @@ void Statement::bind(int index, std::nullopt_t) {
 }
 
 bool Statement::step() {
+    errno = 0;
     const int code = sqlite3_step(m_handle);
     if (code == SQLITE_ROW) return true;
     if (code != SQLITE_DONE) m_database->fail(code);

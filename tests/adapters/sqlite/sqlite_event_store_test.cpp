@@ -83,7 +83,8 @@ TEST_F(SqliteEventStoreTest, AReadOnlyCalendarRefusesEveryChange) {
 
 TEST_F(SqliteEventStoreTest, AReadOnlyListSaysThatItIsAList) {
     const auto fixed = store->importCalendar({EntityType::reminder, account().id, "Given", false}, {});
-    EXPECT_EQ(failureOf([&] { wait(store->saveReminder(seeds(fixed.id))); }), "The reminder list “Given” is read-only.");
+    EXPECT_EQ(failureOf([&] { wait(store->saveReminder(seeds(fixed.id))); }),
+              "The reminder list “Given” is read-only.");
 }
 
 TEST_F(SqliteEventStoreTest, AnAccountOfSubscriptionsTakesNothing) {
@@ -96,7 +97,8 @@ TEST_F(SqliteEventStoreTest, AnAccountOfSubscriptionsTakesNothing) {
         EXPECT_FALSE(wait(store->calendar(calendar.id))->allowsContentModifications);
         EXPECT_EQ(failureOf([&] { wait(store->saveEvent(sowing(calendar.id))); }),
                   "The calendar “Holidays” is read-only.");
-        EXPECT_EQ(failureOf([&] { wait(store->removeCalendar(calendar.id)); }), "The calendar “Holidays” is read-only.");
+        EXPECT_EQ(failureOf([&] { wait(store->removeCalendar(calendar.id)); }),
+                  "The calendar “Holidays” is read-only.");
     }
     EXPECT_EQ(wait(store->calendars(EntityType::event)).size(), 3u);
 }
@@ -142,9 +144,13 @@ TEST_F(SqliteEventStoreTest, AnImportIsWholeOrNotAtAll) {
     objects.push_back(object("one", "DTSTART:20260814T090000Z\n"));
     objects.push_back(object("two", "DTSTART:20260814T090000Z\n"));
     objects.push_back(object("one", "DTSTART:20260815T090000Z\n"));
-    EXPECT_EQ(failureOf([&] { store->importCalendar({EntityType::event, account().id, "Twice"}, objects); }),
+    EXPECT_EQ(failureOf([&] {
+                  store->importCalendar({EntityType::event, account().id, "Twice"}, objects);
+              }),
               "The calendar “Twice” has this item already.");
-    EXPECT_EQ(failureOf([&] { store->importCalendar({EntityType::reminder, account().id, "Tasks"}, objects); }),
+    EXPECT_EQ(failureOf([&] {
+                  store->importCalendar({EntityType::reminder, account().id, "Tasks"}, objects);
+              }),
               "The reminder list “Tasks” takes no items of that kind.");
     EXPECT_EQ(wait(store->calendars(EntityType::event)).size(), 1u);
     EXPECT_EQ(wait(store->calendars(EntityType::reminder)).size(), 1u);

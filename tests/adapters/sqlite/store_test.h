@@ -29,12 +29,11 @@ protected:
     void reopen() { store = std::make_unique<SqliteEventStore>(path, clock, options); }
     CalendarSource account() { return wait(store->sources()).at(0); }
     Calendar defaultCalendar(EntityType type = EntityType::event) { return wait(store->defaultCalendar(type)).value(); }
-    std::vector<CalendarEvent> events(Date start, Date end, std::vector<std::string> calendars, size_t limit = 100'000) {
+    std::vector<CalendarEvent> events(Date start, Date end, std::vector<std::string> calendars,
+                                      size_t limit = 100'000) {
         return wait(store->events(start, end, std::move(calendars), limit));
     }
-    std::vector<CalendarEvent> allEvents() {
-        return events(earliestDate, latestDate, {defaultCalendar().id});
-    }
+    std::vector<CalendarEvent> allEvents() { return events(earliestDate, latestDate, {defaultCalendar().id}); }
 
     static CalendarEvent sowing(const std::string& calendarID) {
         CalendarEvent event;
@@ -52,7 +51,8 @@ protected:
     }
     // A VEVENT with these lines, each of them ended by a plain line end.
     static CalendarObject object(const std::string& uid, const std::string& lines) {
-        std::string text = "BEGIN:VCALENDAR\nVERSION:2.0\nBEGIN:VEVENT\nUID:" + uid + "\n" + lines + "END:VEVENT\nEND:VCALENDAR\n";
+        std::string text =
+            "BEGIN:VCALENDAR\nVERSION:2.0\nBEGIN:VEVENT\nUID:" + uid + "\n" + lines + "END:VEVENT\nEND:VCALENDAR\n";
         std::string ended;
         for (const char character : text)
             ended += character == '\n' ? std::string("\r\n") : std::string(1, character);
