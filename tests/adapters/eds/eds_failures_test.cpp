@@ -68,7 +68,7 @@ TEST_F(EdsFailuresTest, AKilledServiceIsFoundAgainByEveryCall) {
     EXPECT_EQ(save(calendar, "Another").title, "Another");
 }
 
-TEST_F(EdsFailuresTest, AServiceKilledDuringACallIsAnErrorOrAskedAgain) {
+TEST_F(EdsFailuresTest, AServiceKilledDuringACallIsAskedAgain) {
     open(endless);
     const auto calendar = addCalendar();
     const auto event = save(calendar);
