@@ -120,12 +120,18 @@ TEST_F(Interleaving, AnUpdateGoesOnWhereTheEventWasMovedMeanwhile) {
     EXPECT_EQ(gated.waiting(), 1u);
     gated.release();
     EXPECT_EQ(gated.waiting(), 1u);
+    // Whoever comes now finds it there, and does not mix with the one that came from elsewhere.
+    auto late = setNotes("event", "New notes");
+    EXPECT_EQ(gated.waiting(), 1u);
+    gated.release();
     gated.release();
     EXPECT_EQ(moving.take().calendarID, "team");
     const auto described = update.take();
     EXPECT_EQ(described.calendarID, "team");
     EXPECT_EQ(described.calendarTitle, "Team");
+    EXPECT_EQ(late.take().title, "New title");
     EXPECT_EQ(event().title, "New title");
+    EXPECT_EQ(event().notes, "New notes");
     EXPECT_EQ(event().calendarID, "team");
 }
 
