@@ -25,14 +25,6 @@ std::unique_ptr<SecureStore> openKeyring([[maybe_unused]] EventLoop& loop) {
 #endif
 }
 
-std::unique_ptr<EventStore> openCalendarService([[maybe_unused]] EventLoop& loop) {
-#ifdef HAVE_ECAL
-    return loop.runUntilDone(EdsEventStore::open(loop));
-#else
-    return nullptr;
-#endif
-}
-
 std::unique_ptr<Trash> openTrash(const XdgPaths& paths) {
 #ifdef HAVE_GIO
     return std::make_unique<GioTrash>(HomeTrash(paths.homeTrash()));
@@ -45,6 +37,14 @@ std::unique_ptr<Trash> openTrash(const XdgPaths& paths) {
 
 std::string userProfileFolder() {
     return XdgPaths().dataHome + "/brindlefox-apple-bridge";
+}
+
+std::unique_ptr<EventStore> openCalendarService([[maybe_unused]] EventLoop& loop) {
+#ifdef HAVE_ECAL
+    return loop.runUntilDone(EdsEventStore::open(loop));
+#else
+    return nullptr;
+#endif
 }
 
 Platform openDesktopPlatform(EventLoop& loop) {

@@ -23,6 +23,8 @@ DESCRIPTION
   one that was left out, and why. A file is taken in one piece or not at all; the others still are. The bridge may be
   running meanwhile.
 
+  Where the desktop has calendars of its own (Evolution Data Server), the bridge shows those instead; a line says so.
+
   New calendars are not open to the agent until the user allows it.
 
 OPTIONS

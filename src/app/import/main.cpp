@@ -22,6 +22,12 @@ void endProgress() {
     if (isatty(STDERR_FILENO)) fmt::print(stderr, "\r\x1b[K");
 }
 
+// What is imported is taken all the same: it shows whenever the desktop has no calendars of its own.
+void mentionTheDesktop(EventLoop& loop) {
+    if (const auto service = openCalendarService(loop))
+        fmt::print("Note: on this desktop the bridge shows the calendars of {} instead.\n", service->description());
+}
+
 std::string storePath(const ImportOptions& options) {
     const auto folder = options.profile ? std::filesystem::absolute(*options.profile).string() : userProfileFolder();
     return folder + "/" + profile::calendars;
@@ -39,6 +45,7 @@ int importFiles(const ImportOptions& options) {
         std::fflush(stdout);
     }
     fmt::print("{}", summarize(files));
+    if (!options.profile) mentionTheDesktop(loop);
     return std::ranges::all_of(files, &ImportedFile::isWhole) ? 0 : 1;
 }
 

@@ -61,7 +61,10 @@ TEST(ImportProgram, UsesTheUsersProfile) {
     ImportSite site;
     putFile(site.folder / "Garden.ics", calendarText(sowingEvent));
     const auto folder = site.folder.path().string();
-    EXPECT_EQ(run(folder + "/Garden.ics", "XDG_DATA_HOME=" + folder + "/data").status, 0);
+    EXPECT_EQ(
+        run(folder + "/Garden.ics", "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent XDG_DATA_HOME=" + folder + "/data")
+            .status,
+        0);
     EXPECT_TRUE(std::filesystem::exists(site.folder / "data/brindlefox-apple-bridge/calendars.db"));
 }
 
