@@ -3,7 +3,7 @@
 #include "adapters/xdg/xdg_paths.h"
 #include "app/platform.h"
 #include "base/log.h"
-#ifdef HAVE_ECAL
+#ifdef HAVE_EDS
 #include "adapters/eds/eds_event_store.h"
 #endif
 #ifdef HAVE_GIO
@@ -40,7 +40,7 @@ std::string userProfileFolder() {
 }
 
 std::unique_ptr<EventStore> openCalendarService([[maybe_unused]] EventLoop& loop) {
-#ifdef HAVE_ECAL
+#ifdef HAVE_EDS
     return loop.runUntilDone(EdsEventStore::open(loop));
 #else
     return nullptr;
