@@ -18,8 +18,8 @@ std::vector<CalendarRow> existingCalendars(Database& database, const std::vector
     for (const auto& identifier : identifiers)
         rows.push_back(CalendarTable(database).existing(identifier, entityType));
     std::ranges::sort(rows, {}, &CalendarRow::key);
-    const auto repeated = std::ranges::unique(rows, {}, &CalendarRow::key);
-    rows.erase(repeated.begin(), repeated.end());
+    const auto isSame = [](const CalendarRow& one, const CalendarRow& other) { return one.key == other.key; };
+    rows.erase(std::unique(rows.begin(), rows.end(), isSame), rows.end());
     return rows;
 }
 
