@@ -11,6 +11,7 @@ struct GLibRelease {
     void operator()(GHashTable* table) const { g_hash_table_unref(table); }
     void operator()(GMainContext* context) const { g_main_context_unref(context); }
     void operator()(char* text) const { g_free(text); }
+    void operator()(GKeyFile* file) const { g_key_file_unref(file); }
 };
 
 // Owns what GLib frees in its own way.

@@ -31,11 +31,15 @@ ECalClient* CalendarClient::client(GCancellable* cancellable) {
     if (m_client) return m_client.get();
     // Any other wait blocks for its whole length.
     constexpr auto noWaiting = static_cast<guint32>(-1);
-    const auto type = m_listed.calendar.entityType == EntityType::event ? E_CAL_CLIENT_SOURCE_TYPE_EVENTS
-                                                                        : E_CAL_CLIENT_SOURCE_TYPE_TASKS;
+    const auto type =
+        m_calendar.entityType == EntityType::event ? E_CAL_CLIENT_SOURCE_TYPE_EVENTS : E_CAL_CLIENT_SOURCE_TYPE_TASKS;
+    // It only has to say which one is meant.
+    Outcome named;
+    const GObjectPointer<ESource> source(e_source_new_with_uid(m_calendar.id.c_str(), nullptr, named.out()));
+    named.check(subjectOf(m_calendar));
     Outcome connected;
-    EClient* made = e_cal_client_connect_sync(m_listed.source.get(), type, noWaiting, cancellable, connected.out());
-    connected.check(m_listed.subject());
+    EClient* made = e_cal_client_connect_sync(source.get(), type, noWaiting, cancellable, connected.out());
+    connected.check(subjectOf(m_calendar));
     m_client.reset(E_CAL_CLIENT(made));
     const auto died = [](EClient*, gpointer data) { static_cast<CalendarClient*>(data)->m_died = true; };
     m_watch = g_signal_connect(made, "backend-died", G_CALLBACK(+died), this);
@@ -57,13 +61,13 @@ bool CalendarClient::isReadOnly(GCancellable* cancellable) {
         // What the client says by itself is as old as the last notice, and wrong for one that has just been opened.
         Outcome asked;
         e_client_retrieve_properties_sync(E_CLIENT(client), cancellable, asked.out());
-        asked.check(m_listed.subject());
+        asked.check(subjectOf(m_calendar));
         return e_client_is_readonly(E_CLIENT(client));
     });
 }
 
 void CalendarClient::requireWritable(GCancellable* cancellable) {
-    if (isReadOnly(cancellable)) throw PlatformError(m_listed.subject() + " is read-only.");
+    if (isReadOnly(cancellable)) throw PlatformError(subjectOf(m_calendar) + " is read-only.");
 }
 
 void CalendarClient::fetchZones(ECalClient* client, const Components& components, GCancellable* cancellable) {
@@ -73,7 +77,7 @@ void CalendarClient::fetchZones(ECalClient* client, const Components& components
         Outcome got;
         e_cal_client_get_timezone_sync(client, identifier.c_str(), &zone, cancellable, got.out());
         try {
-            got.check(m_listed.subject());
+            got.check(subjectOf(m_calendar));
         } catch (const EdsError& error) {
             if (error.fault != EdsFault::notFound) throw;
         }
@@ -88,7 +92,7 @@ std::vector<CalendarObject> CalendarClient::objects(const std::string& query, GC
         Outcome found;
         e_cal_client_get_object_list_sync(client, query.c_str(), &list, cancellable, found.out());
         auto components = takeComponents(list);
-        found.check(m_listed.subject());
+        found.check(subjectOf(m_calendar));
         fetchZones(client, components, cancellable);
         return groupedByUID(std::move(components));
     });
@@ -108,7 +112,7 @@ Components CalendarClient::stored(const std::string& uid, GCancellable* cancella
         Outcome found;
         e_cal_client_get_objects_for_uid_sync(client, uid.c_str(), &list, cancellable, found.out());
         auto components = takeCalendarComponents(list);
-        found.check(m_listed.subject());
+        found.check(subjectOf(m_calendar));
         fetchZones(client, components, cancellable);
         return components;
     });
@@ -134,7 +138,7 @@ void CalendarClient::addZones(ECalClient* client, const CalendarObject& object, 
         if (i_cal_timezone_set_component(zone.get(), definition.get())) {
             Outcome added;
             e_cal_client_add_timezone_sync(client, zone.get(), cancellable, added.out());
-            added.check(m_listed.subject());
+            added.check(subjectOf(m_calendar));
         }
         component.reset(i_cal_component_get_next_component(calendar.get(), I_CAL_VTIMEZONE_COMPONENT));
     }
@@ -143,7 +147,7 @@ void CalendarClient::addZones(ECalClient* client, const CalendarObject& object, 
 std::string CalendarClient::create(const CalendarObject& object, GCancellable* cancellable) {
     // A lost connection shows here, where another attempt does no harm.
     if (this->object(object.uid(), cancellable)) {
-        throw EdsError(EdsFault::exists, m_listed.subject() + " already holds this item.");
+        throw EdsError(EdsFault::exists, subjectOf(m_calendar) + " already holds this item.");
     }
     Components components;
     for (size_t index = 0; index < object.componentCount(); ++index)
@@ -159,7 +163,7 @@ std::string CalendarClient::create(const CalendarObject& object, GCancellable* c
     std::string uid = object.uid();
     if (identifiers && identifiers->data) uid = static_cast<const char*>(identifiers->data);
     g_slist_free_full(identifiers, g_free);
-    created.check(m_listed.subject());
+    created.check(subjectOf(m_calendar));
     return uid;
 }
 
@@ -172,14 +176,14 @@ void CalendarClient::write(const CalendarObject& object, size_t component, GCanc
     Outcome modified;
     e_cal_client_modify_object_sync(connected, written.get(), extent, E_CAL_OPERATION_FLAG_NONE, cancellable,
                                     modified.out());
-    modified.check(m_listed.subject());
+    modified.check(subjectOf(m_calendar));
 }
 
 void CalendarClient::remove(const std::string& uid, GCancellable* cancellable) {
     Outcome removed;
     e_cal_client_remove_object_sync(client(cancellable), uid.c_str(), noRecurrence, E_CAL_OBJ_MOD_ALL,
                                     E_CAL_OPERATION_FLAG_NONE, cancellable, removed.out());
-    removed.check(m_listed.subject());
+    removed.check(subjectOf(m_calendar));
 }
 
 void CalendarClient::removeException(const std::string& uid, const std::string& componentText,
@@ -190,7 +194,7 @@ void CalendarClient::removeException(const std::string& uid, const std::string& 
     Outcome removed;
     e_cal_client_remove_object_sync(client(cancellable), uid.c_str(), recurrence.get(), E_CAL_OBJ_MOD_THIS,
                                     E_CAL_OPERATION_FLAG_NONE, cancellable, removed.out());
-    removed.check(m_listed.subject());
+    removed.check(subjectOf(m_calendar));
 }
 
 } // namespace bridge

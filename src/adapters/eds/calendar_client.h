@@ -15,14 +15,14 @@ namespace bridge {
 // needed and again when it was lost: what only reads is then tried once more, what changes something never.
 class CalendarClient {
 public:
-    explicit CalendarClient(ListedCalendar listed) : m_listed(std::move(listed)) {}
+    explicit CalendarClient(Calendar calendar) : m_calendar(std::move(calendar)) {}
     CalendarClient(const CalendarClient&) = delete;
     CalendarClient& operator=(const CalendarClient&) = delete;
     ~CalendarClient() { drop(); }
 
     // As it was listed last; for its title in sentences.
-    void becomes(ListedCalendar listed) { m_listed = std::move(listed); }
-    const ListedCalendar& listed() const { return m_listed; }
+    void becomes(Calendar calendar) { m_calendar = std::move(calendar); }
+    const Calendar& calendar() const { return m_calendar; }
 
     bool isReadOnly(GCancellable* cancellable);
     // The backends themselves let many a change pass.
@@ -50,7 +50,7 @@ private:
     void fetchZones(ECalClient* client, const Components& components, GCancellable* cancellable);
     void addZones(ECalClient* client, const CalendarObject& object, GCancellable* cancellable);
 
-    ListedCalendar m_listed;
+    Calendar m_calendar;
     GObjectPointer<ECalClient> m_client;
     gulong m_watch = 0;
     std::atomic<bool> m_died = false;

@@ -2,18 +2,18 @@
 
 namespace bridge {
 
-void CalendarWorker::learn(const ListedCalendar& listed, Latch latch) {
+void CalendarWorker::learn(const Calendar& calendar, Latch latch) {
     latch.add();
     m_learning.push_back(std::move(latch));
     if (m_learning.size() > 1) return;
-    m_asking = askWhetherWritable(listed);
+    m_asking = askWhetherWritable(calendar);
     m_asking.start();
 }
 
-Task<> CalendarWorker::askWhetherWritable(ListedCalendar listed) {
+Task<> CalendarWorker::askWhetherWritable(Calendar calendar) {
     const auto ask = [](CalendarClient& client, Call& call) { return !client.isReadOnly(call.cancellable()); };
     try {
-        auto asking = read(std::move(listed), ask);
+        auto asking = read(std::move(calendar), ask);
         m_isWritable = co_await std::move(asking);
     } catch (const PlatformError&) {
         // What was known last stays.

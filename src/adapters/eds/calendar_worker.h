@@ -18,20 +18,20 @@ public:
 
     // Runs job(client, call) on the thread. It owns what it uses and answers with a value.
     template <typename Job>
-    auto read(ListedCalendar listed, Job job)
+    auto read(Calendar calendar, Job job)
         -> Task<decltype(job(std::declval<CalendarClient&>(), std::declval<Call&>()))> {
-        return run(std::move(listed), m_patience.reading, std::move(job));
+        return run(std::move(calendar), m_patience.reading, std::move(job));
     }
     template <typename Job>
-    auto write(ListedCalendar listed, Job job)
+    auto write(Calendar calendar, Job job)
         -> Task<decltype(job(std::declval<CalendarClient&>(), std::declval<Call&>()))> {
-        return run(std::move(listed), m_patience.writing, std::move(job));
+        return run(std::move(calendar), m_patience.writing, std::move(job));
     }
 
     // Read-only until it is known better.
     bool isKnownWritable() const { return m_isWritable; }
     // Asks, in the background, and counts down when that has ended in whatever way.
-    void learn(const ListedCalendar& listed, Latch latch);
+    void learn(const Calendar& calendar, Latch latch);
 
 private:
     // The thread's own.
@@ -39,31 +39,31 @@ private:
         OwnContext context;
         std::optional<CalendarClient> client;
 
-        CalendarClient& clientOf(const ListedCalendar& listed) {
+        CalendarClient& clientOf(const Calendar& calendar) {
             if (client)
-                client->becomes(listed);
+                client->becomes(calendar);
             else
-                client.emplace(listed);
+                client.emplace(calendar);
             return *client;
         }
     };
 
     template <typename Job>
-    auto run(ListedCalendar listed, std::chrono::milliseconds time, Job job)
+    auto run(Calendar calendar, std::chrono::milliseconds time, Job job)
         -> Task<decltype(job(std::declval<CalendarClient&>(), std::declval<Call&>()))> {
         const Waiting waiting;
         auto call = offload(m_loop, m_worker,
                             [session = m_session, keeper = m_keeper, time, cancellable = waiting.cancellable(),
-                             listed = std::move(listed), job = std::move(job)] {
+                             calendar = std::move(calendar), job = std::move(job)] {
                                 const OwnContext::Use context(session->context);
                                 // Time begins with its turn.
                                 Call limits(*keeper, time, cancellable);
-                                return job(session->clientOf(listed), limits);
+                                return job(session->clientOf(calendar), limits);
                             });
         auto answer = co_await call;
         co_return answer;
     }
-    Task<> askWhetherWritable(ListedCalendar listed);
+    Task<> askWhetherWritable(Calendar calendar);
 
     EventLoop& m_loop;
     std::shared_ptr<DeadlineKeeper> m_keeper;

@@ -15,13 +15,13 @@ void EdsCalendars::forgetAllBut(const SourceList& list) {
     std::erase_if(m_workers, [&](const auto& entry) { return !list.find(entry.first); });
 }
 
-std::shared_ptr<CalendarWorker> EdsCalendars::workerOf(const ListedCalendar& listed) {
-    auto& worker = m_workers[listed.calendar.id];
+std::shared_ptr<CalendarWorker> EdsCalendars::workerOf(const Calendar& calendar) {
+    auto& worker = m_workers[calendar.id];
     if (!worker) worker = std::make_shared<CalendarWorker>(m_loop, m_keeper, m_patience);
     return worker;
 }
 
-Task<ListedCalendar> EdsCalendars::require(EntityType type, std::string identifier) {
+Task<Calendar> EdsCalendars::require(EntityType type, std::string identifier) {
     std::vector<std::string> identifiers;
     identifiers.push_back(std::move(identifier));
     auto requiring = requireAll(type, std::move(identifiers));
@@ -29,32 +29,32 @@ Task<ListedCalendar> EdsCalendars::require(EntityType type, std::string identifi
     co_return std::move(found.front());
 }
 
-Task<std::vector<ListedCalendar>> EdsCalendars::requireAll(EntityType type, std::vector<std::string> identifiers) {
+Task<std::vector<Calendar>> EdsCalendars::requireAll(EntityType type, std::vector<std::string> identifiers) {
     auto listing = list();
     const auto sources = co_await std::move(listing);
-    std::vector<ListedCalendar> found;
+    std::vector<Calendar> found;
     for (const auto& identifier : identifiers) {
-        const auto* listed = sources.find(identifier);
-        if (!listed || listed->calendar.entityType != type)
+        const auto* calendar = sources.find(identifier);
+        if (!calendar || calendar->entityType != type)
             throw PlatformError(type == EntityType::event ? "There is no such calendar." : "There is no such list.");
-        const auto isThis = [&](const ListedCalendar& other) { return other.calendar.id == identifier; };
-        if (std::none_of(found.begin(), found.end(), isThis)) found.push_back(*listed);
+        const auto isThis = [&](const Calendar& other) { return other.id == identifier; };
+        if (std::none_of(found.begin(), found.end(), isThis)) found.push_back(*calendar);
     }
     co_return found;
 }
 
-Task<std::vector<Calendar>> EdsCalendars::described(std::vector<ListedCalendar> calendars) {
+Task<std::vector<Calendar>> EdsCalendars::described(std::vector<Calendar> calendars) {
     Latch learnt(m_loop);
     std::vector<std::shared_ptr<CalendarWorker>> workers;
-    for (const auto& listed : calendars) {
-        workers.push_back(workerOf(listed));
-        workers.back()->learn(listed, learnt);
+    for (const auto& calendar : calendars) {
+        workers.push_back(workerOf(calendar));
+        workers.back()->learn(calendar, learnt);
     }
     auto waiting = learnt.all(m_patience.listing);
     co_await waiting;
     std::vector<Calendar> described;
     for (size_t index = 0; index < calendars.size(); ++index) {
-        auto calendar = std::move(calendars[index].calendar);
+        auto calendar = std::move(calendars[index]);
         calendar.allowsContentModifications = workers[index]->isKnownWritable();
         described.push_back(std::move(calendar));
     }

@@ -19,14 +19,14 @@ public:
     // What the registry lists now.
     Task<SourceList> list();
     // Throws when there is none.
-    Task<ListedCalendar> require(EntityType type, std::string identifier);
+    Task<Calendar> require(EntityType type, std::string identifier);
     // In the order given, each once; throws when one is missing.
-    Task<std::vector<ListedCalendar>> requireAll(EntityType type, std::vector<std::string> identifiers);
+    Task<std::vector<Calendar>> requireAll(EntityType type, std::vector<std::string> identifiers);
     // With what is known about their being writable, for which it asks and waits a moment.
-    Task<std::vector<Calendar>> described(std::vector<ListedCalendar> calendars);
+    Task<std::vector<Calendar>> described(std::vector<Calendar> calendars);
 
     // Lives as long as somebody holds it, also when its calendar is gone.
-    std::shared_ptr<CalendarWorker> workerOf(const ListedCalendar& listed);
+    std::shared_ptr<CalendarWorker> workerOf(const Calendar& calendar);
 
 private:
     void forgetAllBut(const SourceList& list);

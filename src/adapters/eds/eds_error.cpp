@@ -1,14 +1,22 @@
 #include "adapters/eds/eds_error.h"
 
+#include <algorithm>
+#include <array>
 #include <libecal/libecal.h>
 
 namespace bridge {
 
 namespace {
 
+// A reply that never came, a name that nobody owns, an object that a new process does not know.
 bool isLoss(const GError& error) {
-    // A reply that never came, a name that nobody owns, an object that a new process does not know.
-    if (error.domain == G_DBUS_ERROR) return true;
+    if (error.domain == G_DBUS_ERROR) {
+        constexpr std::array losses{
+            G_DBUS_ERROR_SERVICE_UNKNOWN, G_DBUS_ERROR_NAME_HAS_NO_OWNER,  G_DBUS_ERROR_NO_REPLY,
+            G_DBUS_ERROR_DISCONNECTED,    G_DBUS_ERROR_NO_SERVER,          G_DBUS_ERROR_UNKNOWN_OBJECT,
+            G_DBUS_ERROR_UNKNOWN_METHOD,  G_DBUS_ERROR_SPAWN_CHILD_EXITED, G_DBUS_ERROR_SPAWN_EXEC_FAILED};
+        return std::find(losses.begin(), losses.end(), error.code) != losses.end();
+    }
     return g_error_matches(&error, G_IO_ERROR, G_IO_ERROR_CLOSED) ||
            g_error_matches(&error, E_CLIENT_ERROR, E_CLIENT_ERROR_DBUS_ERROR) ||
            g_error_matches(&error, E_CLIENT_ERROR, E_CLIENT_ERROR_NOT_OPENED);
@@ -30,6 +38,8 @@ std::string wordsOf(const GError& error) {
 
 EdsError translate(const GError& error, const std::string& subject) {
     if (isLate(error)) return {EdsFault::other, subject + " did not answer in time."};
+    if (g_error_matches(&error, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN))
+        return {EdsFault::lost, subject + " is not there."};
     if (isLoss(error)) return {EdsFault::lost, subject + " can't be reached: " + wordsOf(error)};
     if (error.domain == E_CAL_CLIENT_ERROR) {
         if (error.code == E_CAL_CLIENT_ERROR_OBJECT_NOT_FOUND)

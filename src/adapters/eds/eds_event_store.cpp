@@ -43,8 +43,7 @@ Task<std::vector<CalendarSource>> EdsEventStore::sources() {
 Task<std::vector<Calendar>> EdsEventStore::calendars(EntityType entityType) {
     auto listing = m_calendars->list();
     auto list = co_await std::move(listing);
-    std::erase_if(list.calendars,
-                  [&](const ListedCalendar& listed) { return listed.calendar.entityType != entityType; });
+    std::erase_if(list.calendars, [&](const Calendar& calendar) { return calendar.entityType != entityType; });
     auto describing = m_calendars->described(std::move(list.calendars));
     auto calendars = co_await std::move(describing);
     co_return calendars;
@@ -61,7 +60,7 @@ Task<std::optional<Calendar>> EdsEventStore::calendar(std::string identifier) {
 Task<std::optional<Calendar>> EdsEventStore::describe(const SourceList& list, std::string identifier) {
     const auto* listed = list.find(identifier);
     if (!listed) co_return std::nullopt;
-    std::vector<ListedCalendar> calendars;
+    std::vector<Calendar> calendars;
     calendars.push_back(*listed);
     auto describing = m_calendars->described(std::move(calendars));
     auto described = co_await std::move(describing);
@@ -149,7 +148,7 @@ Task<std::optional<CalendarItem>> EdsEventStore::item(std::string identifier) {
     const auto* listed = place ? list.find(place->calendarID) : nullptr;
     if (!listed) co_return std::nullopt;
     const auto read = [place = *place](CalendarClient& client, Call& call) -> std::optional<CalendarItem> {
-        if (client.listed().calendar.entityType == EntityType::event) return readEvent(client, call, place);
+        if (client.calendar().entityType == EntityType::event) return readEvent(client, call, place);
         return readReminder(client, call, place);
     };
     const auto worker = m_calendars->workerOf(*listed);
@@ -170,7 +169,7 @@ Task<CalendarEvent> EdsEventStore::saveEvent(CalendarEvent event) {
     const auto origin = calendars.back();
     const auto save = [place, target, event = std::move(event)](CalendarClient& client, Call& call) {
         if (!place) return addEvent(client, call, event);
-        if (place->calendarID == target.calendar.id) return changeEvent(client, call, *place, event);
+        if (place->calendarID == target.id) return changeEvent(client, call, *place, event);
         return moveEvent(client, call, *place, event, target);
     };
     const auto worker = m_calendars->workerOf(origin);
@@ -203,7 +202,7 @@ Task<Reminder> EdsEventStore::saveReminder(Reminder reminder) {
     const auto origin = lists.back();
     const auto save = [place, target, reminder = std::move(reminder)](CalendarClient& client, Call& call) {
         if (!place) return addReminder(client, call, reminder);
-        if (place->calendarID == target.calendar.id) return changeReminder(client, call, *place, reminder);
+        if (place->calendarID == target.id) return changeReminder(client, call, *place, reminder);
         return moveReminder(client, call, *place, reminder, target);
     };
     const auto worker = m_calendars->workerOf(origin);

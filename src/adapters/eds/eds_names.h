@@ -2,8 +2,6 @@
 
 #include "platform/event_store.h"
 
-#include <libedataserver/libedataserver.h>
-
 namespace bridge {
 
 inline constexpr auto serverName = "Evolution Data Server";
@@ -13,8 +11,10 @@ inline constexpr auto factoryName = "org.gnome.evolution.dataserver.Calendar8";
 // The account of this computer, which the registry brings along.
 inline constexpr auto localAccount = "local-stub";
 
+// Groups of a source's key file.
+inline constexpr auto collectionExtension = "Collection";
 inline const char* extensionOf(EntityType type) {
-    return type == EntityType::event ? E_SOURCE_EXTENSION_CALENDAR : E_SOURCE_EXTENSION_TASK_LIST;
+    return type == EntityType::event ? "Calendar" : "Task List";
 }
 
 } // namespace bridge

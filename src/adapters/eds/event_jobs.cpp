@@ -106,7 +106,7 @@ std::vector<CalendarEvent> readEvents(CalendarClient& client, const Call& call, 
     std::vector<CalendarEvent> events;
     for (const auto& object : client.objects(queryFor(start, end), call.cancellable()))
         for (const auto& occurrence : object.occurrences(start, end, limit))
-            events.push_back(described(object, occurrence, client.listed().calendar.id));
+            events.push_back(described(object, occurrence, client.calendar().id));
     std::sort(events.begin(), events.end(), comesBefore);
     if (events.size() > limit) events.resize(limit);
     return events;
@@ -122,7 +122,7 @@ CalendarEvent addEvent(CalendarClient& client, const Call& call, const CalendarE
     client.requireWritable(call.cancellable());
     const auto object = CalendarObject::create(event, now());
     const auto uid = client.create(object, call.cancellable());
-    return asStored(client, call, saved(object, uid, client.listed().calendar.id));
+    return asStored(client, call, saved(object, uid, client.calendar().id));
 }
 
 CalendarEvent changeEvent(CalendarClient& client, const Call& call, const ItemIdentifier& identifier,
@@ -141,7 +141,7 @@ CalendarEvent changeEvent(CalendarClient& client, const Call& call, const ItemId
 }
 
 CalendarEvent moveEvent(CalendarClient& client, Call& call, const ItemIdentifier& identifier,
-                        const CalendarEvent& event, const ListedCalendar& target) {
+                        const CalendarEvent& event, const Calendar& target) {
     const auto found = require(client, call, identifier);
     client.requireWritable(call.cancellable());
     CalendarClient targetClient(target);
@@ -162,7 +162,7 @@ CalendarEvent moveEvent(CalendarClient& client, Call& call, const ItemIdentifier
         return !object || !object->occurrence(found.occurrence.recurrenceID);
     };
     const auto uid = moveItem(targetClient, copy, {remove, isDone}, call);
-    return asStored(targetClient, call, saved(copy, uid, target.calendar.id));
+    return asStored(targetClient, call, saved(copy, uid, target.id));
 }
 
 void removeEvent(CalendarClient& client, const Call& call, const ItemIdentifier& identifier) {

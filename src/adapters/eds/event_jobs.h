@@ -16,7 +16,7 @@ CalendarEvent changeEvent(CalendarClient& client, const Call& call, const ItemId
                           const CalendarEvent& event);
 // Into another calendar, with the changes.
 CalendarEvent moveEvent(CalendarClient& client, Call& call, const ItemIdentifier& identifier,
-                        const CalendarEvent& event, const ListedCalendar& target);
+                        const CalendarEvent& event, const Calendar& target);
 void removeEvent(CalendarClient& client, const Call& call, const ItemIdentifier& identifier);
 
 // The same order each time.

@@ -8,10 +8,11 @@ namespace bridge {
 
 namespace {
 
-const ListedCalendar& require(const SourceList& list, const std::string& identifier) {
-    const auto* listed = list.find(identifier);
-    if (!listed) throw PlatformError("There is no such calendar.");
-    return *listed;
+Calendar require(const SourceRegistry& registry, const std::string& identifier) {
+    const auto list = listed(registry.sources());
+    const auto* calendar = list.find(identifier);
+    if (!calendar) throw PlatformError("There is no such calendar.");
+    return *calendar;
 }
 
 } // namespace
@@ -42,7 +43,7 @@ Task<bool> Registry::isServed() {
 }
 
 Task<SourceList> Registry::list() {
-    const auto read = [](Call& call) { return readSources(openRegistry(call.cancellable()).get()); };
+    const auto read = [](Call& call) { return listed(SourceRegistry(call.cancellable()).sources()); };
     auto reading = run(m_patience.reading, read);
     auto list = co_await std::move(reading);
     co_return list;
@@ -52,9 +53,9 @@ Task<SourceList> Registry::addCalendar(EntityType type, std::string accountID, s
                                        std::string identifier) {
     auto add = [type, accountID = std::move(accountID), title = std::move(title),
                 identifier = std::move(identifier)](Call& call) {
-        const auto registry = openRegistry(call.cancellable());
-        bridge::addCalendar(registry.get(), {type, accountID, title, identifier}, call.cancellable());
-        return readSources(registry.get());
+        const SourceRegistry registry(call.cancellable());
+        bridge::addCalendar(registry, {type, accountID, title, identifier});
+        return listed(registry.sources());
     };
     auto adding = run(m_patience.writing, std::move(add));
     auto list = co_await std::move(adding);
@@ -63,9 +64,9 @@ Task<SourceList> Registry::addCalendar(EntityType type, std::string accountID, s
 
 Task<SourceList> Registry::renameCalendar(std::string identifier, std::string title) {
     auto rename = [identifier = std::move(identifier), title = std::move(title)](Call& call) {
-        const auto registry = openRegistry(call.cancellable());
-        bridge::renameCalendar(require(readSources(registry.get()), identifier), title, call.cancellable());
-        return readSources(registry.get());
+        const SourceRegistry registry(call.cancellable());
+        bridge::renameCalendar(registry, require(registry, identifier), title);
+        return listed(registry.sources());
     };
     auto renaming = run(m_patience.writing, std::move(rename));
     auto list = co_await std::move(renaming);
@@ -74,9 +75,9 @@ Task<SourceList> Registry::renameCalendar(std::string identifier, std::string ti
 
 Task<SourceList> Registry::removeCalendar(std::string identifier) {
     auto remove = [identifier = std::move(identifier)](Call& call) {
-        const auto registry = openRegistry(call.cancellable());
-        bridge::removeCalendar(require(readSources(registry.get()), identifier), call.cancellable());
-        return readSources(registry.get());
+        const SourceRegistry registry(call.cancellable());
+        bridge::removeCalendar(registry, require(registry, identifier));
+        return listed(registry.sources());
     };
     auto removing = run(m_patience.writing, std::move(remove));
     auto list = co_await std::move(removing);

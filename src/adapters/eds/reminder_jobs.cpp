@@ -53,7 +53,7 @@ Reminder asStored(CalendarClient& client, const Call& call, const Reminder& writ
 std::vector<Reminder> readReminders(CalendarClient& client, const Call& call) {
     std::vector<Reminder> reminders;
     for (const auto& object : client.objects("#t", call.cancellable()))
-        reminders.push_back(described(object, object.uid(), client.listed().calendar.id));
+        reminders.push_back(described(object, object.uid(), client.calendar().id));
     std::sort(reminders.begin(), reminders.end(),
               [](const Reminder& left, const Reminder& right) { return left.identifier < right.identifier; });
     return reminders;
@@ -69,7 +69,7 @@ Reminder addReminder(CalendarClient& client, const Call& call, const Reminder& r
     client.requireWritable(call.cancellable());
     const auto object = CalendarObject::create(reminder, now());
     const auto uid = client.create(object, call.cancellable());
-    return asStored(client, call, described(object, uid, client.listed().calendar.id));
+    return asStored(client, call, described(object, uid, client.calendar().id));
 }
 
 Reminder changeReminder(CalendarClient& client, const Call& call, const ItemIdentifier& identifier,
@@ -85,7 +85,7 @@ Reminder changeReminder(CalendarClient& client, const Call& call, const ItemIden
 }
 
 Reminder moveReminder(CalendarClient& client, Call& call, const ItemIdentifier& identifier, const Reminder& reminder,
-                      const ListedCalendar& target) {
+                      const Calendar& target) {
     auto object = require(client, call, identifier);
     client.requireWritable(call.cancellable());
     CalendarClient targetClient(target);
@@ -95,7 +95,7 @@ Reminder moveReminder(CalendarClient& client, Call& call, const ItemIdentifier& 
     const auto remove = [&](GCancellable* cancellable) { client.remove(identifier.uid, cancellable); };
     const auto isDone = [&](GCancellable* cancellable) { return !client.object(identifier.uid, cancellable); };
     const auto uid = moveItem(targetClient, object, {remove, isDone}, call);
-    return asStored(targetClient, call, described(object, uid, target.calendar.id));
+    return asStored(targetClient, call, described(object, uid, target.id));
 }
 
 void removeReminder(CalendarClient& client, const Call& call, const ItemIdentifier& identifier) {

@@ -16,7 +16,7 @@ Reminder changeReminder(CalendarClient& client, const Call& call, const ItemIden
                         const Reminder& reminder);
 // Into another list, with the changes.
 Reminder moveReminder(CalendarClient& client, Call& call, const ItemIdentifier& identifier, const Reminder& reminder,
-                      const ListedCalendar& target);
+                      const Calendar& target);
 void removeReminder(CalendarClient& client, const Call& call, const ItemIdentifier& identifier);
 
 } // namespace bridge

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "adapters/eds/source_list.h"
+#include "adapters/eds/source_registry.h"
+#include "platform/event_store.h"
 
 namespace bridge {
 
@@ -13,8 +14,8 @@ struct NewCalendar {
     std::string identifier;
 };
 
-void addCalendar(ESourceRegistry* registry, const NewCalendar& wanted, GCancellable* cancellable);
-void renameCalendar(const ListedCalendar& listed, const std::string& title, GCancellable* cancellable);
-void removeCalendar(const ListedCalendar& listed, GCancellable* cancellable);
+void addCalendar(const SourceRegistry& registry, const NewCalendar& wanted);
+void renameCalendar(const SourceRegistry& registry, const Calendar& calendar, const std::string& title);
+void removeCalendar(const SourceRegistry& registry, const Calendar& calendar);
 
 } // namespace bridge

@@ -1,9 +1,9 @@
 #include "tests/adapters/eds/eds_neighbour.h"
 
-#include "adapters/dbus/glib_pointer.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/adapters/eds/private_eds.h"
 
 #include <libecal/libecal.h>
+#include <map>
 #include <stdexcept>
 #include <vector>
 
@@ -11,59 +11,116 @@ namespace bridge {
 
 namespace {
 
+constexpr auto managerPath = "/org/gnome/evolution/dataserver/SourceManager";
+const std::string sourceInterface = "org.gnome.evolution.dataserver.Source";
+
+// What the service may only read, and where that is.
+std::map<std::string, std::string> readOnlyFiles;
+
+void check(GError* failure) {
+    if (!failure) return;
+    const GLibPointer<GError> error(failure);
+    throw std::runtime_error(error->message);
+}
+
+GLibPointer<GVariant> callRegistry(const std::string& path, const std::string& interface, const char* method,
+                                   GVariant* arguments, const char* type) {
+    constexpr int usualTimeout = -1;
+    GError* error = nullptr;
+    const auto bus = PrivateEds::get().connect();
+    GLibPointer<GVariant> answer(g_dbus_connection_call_sync(
+        bus.get(), "org.gnome.evolution.dataserver.Sources5", path.c_str(), interface.c_str(), method, arguments,
+        G_VARIANT_TYPE(type), G_DBUS_CALL_FLAGS_NONE, usualTimeout, nullptr, &error));
+    check(error);
+    return answer;
+}
+
+struct Source {
+    std::string path;
+    std::string identifier;
+    std::string data;
+    bool isRemovable = false;
+
+    bool has(const std::string& group) const { return data.find("\n[" + group + "]\n") != data.npos; }
+};
+
+std::vector<Source> sources() {
+    const auto answer = callRegistry(managerPath, "org.freedesktop.DBus.ObjectManager", "GetManagedObjects", nullptr,
+                                     "(a{oa{sa{sv}}})");
+    const GLibPointer<GVariant> objects(g_variant_get_child_value(answer.get(), 0));
+    std::vector<Source> found;
+    const size_t count = g_variant_n_children(objects.get());
+    for (size_t index = 0; index < count; ++index) {
+        const char* path = nullptr;
+        GVariant* interfaces = nullptr;
+        g_variant_get_child(objects.get(), index, "{&o@a{sa{sv}}}", &path, &interfaces);
+        const GLibPointer<GVariant> owned(interfaces);
+        const GLibPointer<GVariant> properties(
+            g_variant_lookup_value(interfaces, sourceInterface.c_str(), G_VARIANT_TYPE_VARDICT));
+        if (!properties) continue;
+        const char *identifier = "", *data = "";
+        g_variant_lookup(properties.get(), "UID", "&s", &identifier);
+        g_variant_lookup(properties.get(), "Data", "&s", &data);
+        const GLibPointer<GVariant> removable(
+            g_variant_lookup_value(interfaces, (sourceInterface + ".Removable").c_str(), nullptr));
+        found.push_back({path, identifier, data, removable != nullptr});
+    }
+    return found;
+}
+
+Source find(const std::string& identifier) {
+    for (auto& source : sources())
+        if (source.identifier == identifier) return std::move(source);
+    throw std::runtime_error("no source " + identifier);
+}
+
+// Sets one key of a source's own group.
+void write(const std::string& identifier, const char* key, const std::string& value) {
+    const auto source = find(identifier);
+    const GLibPointer<GKeyFile> file(g_key_file_new());
+    g_key_file_load_from_data(file.get(), source.data.c_str(), source.data.size(), G_KEY_FILE_NONE, nullptr);
+    g_key_file_set_string(file.get(), "Data Source", key, value.c_str());
+    const GLibPointer<char> text(g_key_file_to_data(file.get(), nullptr, nullptr));
+    callRegistry(source.path, sourceInterface + ".Writable", "Write", g_variant_new("(s)", text.get()), "()");
+}
+
+std::string create(ESource* source) {
+    const GLibPointer<char> data(e_source_to_string(source, nullptr));
+    GVariantBuilder list;
+    g_variant_builder_init(&list, G_VARIANT_TYPE("a{ss}"));
+    g_variant_builder_add(&list, "{ss}", e_source_get_uid(source), data.get());
+    callRegistry(managerPath, "org.gnome.evolution.dataserver.SourceManager", "CreateSources",
+                 g_variant_new("(a{ss})", &list), "()");
+    return e_source_get_uid(source);
+}
+
 // Signals of the library's objects go nowhere.
-class Session {
+class Connection {
 public:
-    Session() { g_main_context_push_thread_default(m_context.get()); }
-    Session(const Session&) = delete;
-    Session& operator=(const Session&) = delete;
-    ~Session() {
+    explicit Connection(const std::string& identifier) {
+        g_main_context_push_thread_default(m_context.get());
+        const auto found = find(identifier);
+        const GObjectPointer<ESource> source(e_source_new_with_uid(identifier.c_str(), nullptr, nullptr));
+        GError* error = nullptr;
+        EClient* client = e_cal_client_connect_sync(
+            source.get(), found.has("Calendar") ? E_CAL_CLIENT_SOURCE_TYPE_EVENTS : E_CAL_CLIENT_SOURCE_TYPE_TASKS,
+            static_cast<guint32>(-1), nullptr, &error);
+        check(error);
+        m_client.reset(E_CAL_CLIENT(client));
+    }
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+    ~Connection() {
+        m_client.reset();
         while (g_main_context_iteration(m_context.get(), FALSE)) {
         }
         g_main_context_pop_thread_default(m_context.get());
     }
-
-    static void check(GError* failure) {
-        if (!failure) return;
-        const GLibPointer<GError> error(failure);
-        throw std::runtime_error(error->message);
-    }
-
-    ESourceRegistry* registry() {
-        if (!m_registry) {
-            GError* error = nullptr;
-            m_registry.reset(e_source_registry_new_sync(nullptr, &error));
-            check(error);
-        }
-        return m_registry.get();
-    }
-
-    GObjectPointer<ESource> source(const std::string& identifier) {
-        GObjectPointer<ESource> found(e_source_registry_ref_source(registry(), identifier.c_str()));
-        if (!found) throw std::runtime_error("no source " + identifier);
-        return found;
-    }
-
-    GObjectPointer<ECalClient> connect(const std::string& identifier) {
-        const auto found = source(identifier);
-        const auto type = e_source_has_extension(found.get(), E_SOURCE_EXTENSION_CALENDAR)
-                              ? E_CAL_CLIENT_SOURCE_TYPE_EVENTS
-                              : E_CAL_CLIENT_SOURCE_TYPE_TASKS;
-        GError* error = nullptr;
-        EClient* client = e_cal_client_connect_sync(found.get(), type, static_cast<guint32>(-1), nullptr, &error);
-        check(error);
-        return GObjectPointer<ECalClient>(E_CAL_CLIENT(client));
-    }
-
-    void commit(ESource* changed) {
-        GError* error = nullptr;
-        e_source_registry_commit_source_sync(registry(), changed, nullptr, &error);
-        check(error);
-    }
+    ECalClient* get() const { return m_client.get(); }
 
 private:
     GLibPointer<GMainContext> m_context{g_main_context_new()};
-    GObjectPointer<ESourceRegistry> m_registry;
+    GObjectPointer<ECalClient> m_client;
 };
 
 const char* extensionOf(EntityType type) {
@@ -85,7 +142,7 @@ void addZone(ECalClient* client, ICalComponent* definition) {
     if (!i_cal_timezone_set_component(zone.get(), copy.get())) throw std::runtime_error("no time zone");
     GError* error = nullptr;
     e_cal_client_add_timezone_sync(client, zone.get(), nullptr, &error);
-    Session::check(error);
+    check(error);
 }
 
 bool isStored(ECalClient* client, ICalComponent* component) {
@@ -105,16 +162,7 @@ void putItem(ECalClient* client, ICalComponent* item) {
         e_cal_client_create_object_sync(client, copy.get(), E_CAL_OPERATION_FLAG_NONE, &uid, nullptr, &error);
         g_free(uid);
     }
-    Session::check(error);
-}
-
-// The file that the user chose for the calendar, if that is what it is.
-std::string fileOf(ESource* source) {
-    if (!e_source_has_extension(source, E_SOURCE_EXTENSION_LOCAL_BACKEND)) return {};
-    auto* local = E_SOURCE_LOCAL(e_source_get_extension(source, E_SOURCE_EXTENSION_LOCAL_BACKEND));
-    const GObjectPointer<GFile> file(e_source_local_dup_custom_file(local));
-    const GLibPointer<char> path(file ? g_file_get_path(file.get()) : nullptr);
-    return path ? path.get() : "";
+    check(error);
 }
 
 template <typename Use> void forEach(ICalComponent* calendar, ICalComponentKind kind, Use use) {
@@ -128,77 +176,54 @@ template <typename Use> void forEach(ICalComponent* calendar, ICalComponentKind 
 } // namespace
 
 std::string EdsNeighbour::addLocalCalendar(EntityType type, std::string_view title) {
-    Session session;
-    const auto source = newSource(extensionOf(type), "local", "local-stub", title);
-    session.commit(source.get());
-    return e_source_get_uid(source.get());
+    return create(newSource(extensionOf(type), "local", "local-stub", title).get());
 }
 
 std::string EdsNeighbour::addReadOnlyCalendar(EntityType type, std::string_view title) {
-    Session session;
     const auto source = newSource(extensionOf(type), "local", "local-stub", title);
-    auto* local = E_SOURCE_LOCAL(e_source_get_extension(source.get(), E_SOURCE_EXTENSION_LOCAL_BACKEND));
     const auto path = std::string(g_get_home_dir()) + "/" + e_source_get_uid(source.get()) + ".ics";
     const GObjectPointer<GFile> file(g_file_new_for_path(path.c_str()));
+    auto* local = E_SOURCE_LOCAL(e_source_get_extension(source.get(), E_SOURCE_EXTENSION_LOCAL_BACKEND));
     // The switch counts for files that the user chose.
     e_source_local_set_custom_file(local, file.get());
     e_source_local_set_writable(local, FALSE);
-    session.commit(source.get());
-    return e_source_get_uid(source.get());
+    readOnlyFiles[e_source_get_uid(source.get())] = path;
+    return create(source.get());
 }
 
 std::string EdsNeighbour::addWebCalendar(std::string_view title, std::string_view address) {
-    Session session;
     const auto source = newSource(E_SOURCE_EXTENSION_CALENDAR, "webcal", "webcal-stub", title);
     auto* web = E_SOURCE_WEBDAV(e_source_get_extension(source.get(), E_SOURCE_EXTENSION_WEBDAV_BACKEND));
     GUri* const uri = g_uri_parse(std::string(address).c_str(), G_URI_FLAGS_NONE, nullptr);
     e_source_webdav_set_uri(web, uri);
     g_uri_unref(uri);
-    session.commit(source.get());
-    return e_source_get_uid(source.get());
+    return create(source.get());
 }
 
 void EdsNeighbour::setEnabled(const std::string& identifier, bool isEnabled) {
-    Session session;
-    const auto source = session.source(identifier);
-    e_source_set_enabled(source.get(), isEnabled);
-    session.commit(source.get());
+    write(identifier, "Enabled", isEnabled ? "true" : "false");
 }
 
 void EdsNeighbour::setDefault(EntityType type, const std::string& identifier) {
-    Session session;
-    const auto source = session.source(identifier);
-    if (type == EntityType::event)
-        e_source_registry_set_default_calendar(session.registry(), source.get());
-    else
-        e_source_registry_set_default_task_list(session.registry(), source.get());
+    const GObjectPointer<GSettings> settings(g_settings_new("org.gnome.Evolution.DefaultSources"));
+    g_settings_set_string(settings.get(), type == EntityType::event ? "default-calendar" : "default-task-list",
+                          identifier.c_str());
 }
 
 void EdsNeighbour::rename(const std::string& identifier, std::string_view title) {
-    Session session;
-    const auto source = session.source(identifier);
-    e_source_set_display_name(source.get(), std::string(title).c_str());
-    session.commit(source.get());
+    write(identifier, "DisplayName", std::string(title));
 }
 
 void EdsNeighbour::removeAllCalendars() {
-    Session session;
-    for (const auto* extension : {E_SOURCE_EXTENSION_CALENDAR, E_SOURCE_EXTENSION_TASK_LIST}) {
-        GList* const list = e_source_registry_list_sources(session.registry(), extension);
-        for (const GList* entry = list; entry; entry = entry->next) {
-            auto* source = static_cast<ESource*>(entry->data);
-            GError* error = nullptr;
-            if (e_source_get_removable(source)) e_source_remove_sync(source, nullptr, &error);
-            Session::check(error);
-        }
-        g_list_free_full(list, g_object_unref);
-    }
+    for (const auto& source : sources())
+        if (source.isRemovable && (source.has("Calendar") || source.has("Task List")))
+            callRegistry(source.path, sourceInterface + ".Removable", "Remove", nullptr, "()");
 }
 
 void EdsNeighbour::put(const std::string& identifier, std::string_view iCalendar) {
-    Session session;
-    if (const auto file = fileOf(session.source(identifier).get()); !file.empty()) return putFile(file, iCalendar);
-    const auto client = session.connect(identifier);
+    if (const auto file = readOnlyFiles.find(identifier); file != readOnlyFiles.end())
+        return putFile(file->second, iCalendar);
+    const Connection client(identifier);
     const GObjectPointer<ICalComponent> calendar(i_cal_component_new_from_string(std::string(iCalendar).c_str()));
     if (!calendar) throw std::runtime_error("no iCalendar");
     forEach(calendar.get(), I_CAL_VTIMEZONE_COMPONENT, [&](ICalComponent* zone) { addZone(client.get(), zone); });
@@ -207,8 +232,7 @@ void EdsNeighbour::put(const std::string& identifier, std::string_view iCalendar
 }
 
 std::string EdsNeighbour::stored(const std::string& identifier, std::string_view uid) {
-    Session session;
-    const auto client = session.connect(identifier);
+    const Connection client(identifier);
     GSList* list = nullptr;
     e_cal_client_get_objects_for_uid_sync(client.get(), std::string(uid).c_str(), &list, nullptr, nullptr);
     std::string text;
@@ -221,12 +245,11 @@ std::string EdsNeighbour::stored(const std::string& identifier, std::string_view
 }
 
 void EdsNeighbour::remove(const std::string& identifier, std::string_view uid) {
-    Session session;
-    const auto client = session.connect(identifier);
+    const Connection client(identifier);
     GError* error = nullptr;
     e_cal_client_remove_object_sync(client.get(), std::string(uid).c_str(), nullptr, E_CAL_OBJ_MOD_ALL,
                                     E_CAL_OPERATION_FLAG_NONE, nullptr, &error);
-    Session::check(error);
+    check(error);
 }
 
 } // namespace bridge
