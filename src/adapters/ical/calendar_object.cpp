@@ -172,11 +172,12 @@ bool CalendarObject::remove(const Occurrence& occurrence, Date now) {
         icalcomponent_remove_component(changed->calendar.get(), exception);
         icalcomponent_free(exception);
     }
+    if (changed->items.empty()) return false;
     if (auto* master = changed->master()) {
         addProperty(master, makeTimeProperty(ICAL_EXDATE_PROPERTY, {*key, form}));
         noteChange(master, Changed::times, now);
     }
-    if (changed->items.empty() || !changed->series().first()) return false;
+    if (!changed->series().first()) return false;
     m_state = std::move(changed);
     return true;
 }

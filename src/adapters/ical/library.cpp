@@ -96,7 +96,7 @@ std::string storableText(std::string_view text) {
 }
 
 void setText(icalcomponent* component, icalproperty_kind kind, const std::optional<std::string>& text) {
-    const std::string stored = text ? storableText(*text) : "";
+    const std::string stored = text ? shieldEnds(storableText(*text)) : "";
     if (stored.empty()) return removeProperties(component, kind);
     auto* property = firstProperty(component, kind);
     if (!property) {
@@ -115,8 +115,13 @@ std::string componentText(icalcomponent* component) {
     return unshield(text.get());
 }
 
+// By its text: libical's own copy loses values that it has no name for, such as STATUS:X-POSTPONED.
 ICalPointer<icalcomponent> clone(icalcomponent* component) {
-    return ICalPointer<icalcomponent>(icalcomponent_new_clone(component));
+    const Buffer text(icalcomponent_as_ical_string_r(component));
+    ICalPointer<icalcomponent> copy(text ? icalparser_parse_string(text.get()) : nullptr);
+    if (!copy) throw PlatformError("The calendar item could not be written.");
+    icalcomponent_strip_errors(copy.get());
+    return copy;
 }
 
 } // namespace bridge

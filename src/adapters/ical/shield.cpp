@@ -52,19 +52,20 @@ std::string withoutEscapes(std::string_view value) {
     return kept;
 }
 
-void keepEnds(std::string& value) {
+} // namespace
+
+std::string shieldEnds(std::string text) {
     const auto keep = [](char& c) {
         if (c != ' ' && c != '\t') return false;
         c = c == ' ' ? space : tab;
         return true;
     };
-    for (auto c = value.begin(); c != value.end() && keep(*c);)
+    for (auto c = text.begin(); c != text.end() && keep(*c);)
         ++c;
-    for (auto c = value.rbegin(); c != value.rend() && keep(*c);)
+    for (auto c = text.rbegin(); c != text.rend() && keep(*c);)
         ++c;
+    return text;
 }
-
-} // namespace
 
 std::string shield(const ContentLine& line) {
     const auto value = line.value();
@@ -74,8 +75,7 @@ std::string shield(const ContentLine& line) {
     const auto kind = icalproperty_string_to_kind(name.c_str());
     if (kind == ICAL_EXDATE_PROPERTY || kind == ICAL_RDATE_PROPERTY) return withFewerDates(start, value);
     if (!isText(kind) && !losesEscapes(kind)) return line.text;
-    std::string kept = losesEscapes(kind) ? withoutEscapes(value) : std::string(value);
-    keepEnds(kept);
+    const std::string kept = shieldEnds(losesEscapes(kind) ? withoutEscapes(value) : std::string(value));
     const bool isUnknown = kind == ICAL_NO_PROPERTY || (kind == ICAL_X_PROPERTY && !line.text.starts_with("X-"));
     return std::string(isUnknown && !value.empty() ? unknownName : "").append(start).append(kept);
 }

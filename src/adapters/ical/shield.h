@@ -11,6 +11,9 @@ namespace bridge {
 // a line goes in with control characters, which no line can have of itself, in the place of what would be lost.
 std::string shield(const ContentLine& line);
 
+// The same for white space at the ends of a text that is set in the item.
+std::string shieldEnds(std::string text);
+
 // What comes out, as it was meant; each character for one.
 std::string unshield(std::string text);
 

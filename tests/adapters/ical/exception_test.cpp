@@ -73,6 +73,12 @@ TEST(Exception, WithoutItsSeriesHappens) {
     EXPECT_FALSE(object.describe(object.occurrence("").value()).hasRecurrenceRules);
 }
 
+TEST(Exception, WithoutItsSeriesIsGoneWhenItIsTakenOut) {
+    auto object =
+        CalendarObject::parse(vcalendar(vevent({"RECURRENCE-ID:20260815T090000Z", "DTSTART:20260820T110000Z"})));
+    EXPECT_FALSE(object.remove(object.occurrence("").value(), now));
+}
+
 TEST(Exception, IsMadeByChangingOneOccurrence) {
     auto object = seriesWith("");
     const auto second = object.occurrence("20260815T090000").value();

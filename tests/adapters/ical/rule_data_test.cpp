@@ -60,6 +60,20 @@ void expectInstances(const std::vector<RuleExample>& examples) {
 
 } // namespace
 
+TEST(RuleData, OfTheStandardGivesTheSameInstances) {
+    auto examples = readRuleExamples(BRIDGE_OWN_TEST_DATA "/rfc5545_rules.txt");
+    ASSERT_EQ(examples.size(), 42U);
+    for (auto& example : examples) {
+        const bool goesOn = !example.instances.empty() && example.instances.back() == "...";
+        if (goesOn) example.instances.pop_back();
+        const auto expected = withStart(example);
+        const auto object = series(example);
+        const auto all = object.occurrences(earliestDate, latestDate, goesOn ? expected.size() : 10'000);
+        EXPECT_EQ(ids(all), expected) << example.comment << "\n" << example.rule;
+        EXPECT_EQ(object.span()->end.has_value(), !goesOn) << example.rule;
+    }
+}
+
 TEST(RuleData, OfLibicalGivesTheSameInstances) {
     REQUIRE_PUBLIC_DATA("rrule");
     expectInstances(readRuleExamples(publicData("rrule") / "libical-icalrecur_test.txt"));

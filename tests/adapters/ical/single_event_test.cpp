@@ -140,6 +140,18 @@ TEST(SingleEvent, ChangesOnlyWhatDiffers) {
     EXPECT_THAT(text, Not(HasSubstr("SEQUENCE")));
 }
 
+TEST(SingleEvent, KeepsValuesThatNobodyKnows) {
+    auto object = parseEvent({"DTSTART:20260814T070000Z", "SUMMARY:  Sowing  ", "STATUS:X-POSTPONED", "CLASS:X-FAMILY",
+                              "TRANSP:X-SOMEWHAT", "BEGIN:VALARM", "ACTION:X-RING", "TRIGGER:-PT5M", "END:VALARM"});
+    const auto occurrence = object.occurrence("").value();
+    auto event = object.describe(occurrence);
+    event.location = "Field 7";
+    object.change(occurrence, event, now);
+    for (const char* kept :
+         {"SUMMARY:  Sowing  \r\n", "STATUS:X-POSTPONED", "CLASS:X-FAMILY", "TRANSP:X-SOMEWHAT", "ACTION:X-RING"})
+        EXPECT_THAT(object.text(), HasSubstr(kept));
+}
+
 TEST(SingleEvent, ThatIsNotChangedStaysAsItIs) {
     auto object = parseEvent({"DTSTART:20260814T070000Z", "SUMMARY:Sowing"});
     const auto before = object.text();
