@@ -40,7 +40,7 @@ CalendarObject CalendarObject::create(const CalendarEvent& event, Date now) {
     auto item = newItem(ICAL_VEVENT_COMPONENT, now);
     // Nothing has these times, so they are written whatever they are.
     CalendarEvent nothing;
-    nothing.startDate = Date{event.startDate.secondsSince1970 - 1};
+    nothing.startDate = Date{event.startDate.secondsSince1970 == 0 ? 1 : 0};
     writeEvent(item.get(), nothing, event, Zones());
     icalcomponent_add_component(calendar.get(), item.release());
     return CalendarObject(std::make_unique<State>(std::move(calendar)));

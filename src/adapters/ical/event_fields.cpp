@@ -28,6 +28,9 @@ void writeDays(icalcomponent* component, const CalendarEvent& event) {
 
 void writeTimes(icalcomponent* component, const CalendarEvent& before, const CalendarEvent& event, const Zones& zones) {
     if (event.endDate < event.startDate) throw PlatformError("An event can't end before it starts.");
+    // Before anything is counted with them; what the clock there says is looked at when it is written.
+    if (event.startDate < earliestDate || event.endDate > latestDate)
+        throw PlatformError("A calendar item can only have times of the years 1 to 9999.");
     if (event.isAllDay) return writeDays(component, event);
 
     const auto storedStart = readTime(component, ICAL_DTSTART_PROPERTY, zones);
