@@ -85,6 +85,8 @@ Changed writeEvent(icalcomponent* component, const CalendarEvent& before, const 
         changed = Changed::text;
     }
     if (!hasSameTimes(before, after)) {
+        for (const auto date : {after.startDate, after.endDate})
+            if (date < earliestDate || date > latestDate) throw PlatformError("The event is outside of the calendar.");
         writeTimes(component, before, after, zones);
         changed = Changed::times;
     }
