@@ -1,59 +1,18 @@
 #include "base/time_zone.h"
 
 #include "base/date_components.h"
+#include "base/time_zone_file.h"
 
 #include <algorithm>
 #include <map>
 #include <mutex>
 #include <string>
-#include <unicode/basictz.h>
 
 namespace bridge {
 
 namespace {
 
 constexpr int64_t secondsIn400Years = int64_t{146097} * 86400;
-
-// ICU counts in milliseconds.
-class NamedTimeZone : public TimeZone {
-public:
-    explicit NamedTimeZone(std::unique_ptr<const icu::BasicTimeZone> rules)
-        : TimeZone(0, {}), m_rules(std::move(rules)) {}
-
-    int offsetAt(int64_t moment) const override {
-        int32_t standard = 0;
-        int32_t daylight = 0;
-        UErrorCode code = U_ZERO_ERROR;
-        m_rules->getOffset(static_cast<double>(moment) * 1000, false, standard, daylight, code);
-        return (standard + daylight) / 1000;
-    }
-    int64_t momentOf(int64_t local) const override {
-        int32_t standard = 0;
-        int32_t daylight = 0;
-        UErrorCode code = U_ZERO_ERROR;
-        m_rules->getOffsetFromLocal(static_cast<double>(local) * 1000, UCAL_TZ_LOCAL_FORMER, UCAL_TZ_LOCAL_FORMER,
-                                    standard, daylight, code);
-        return local - (standard + daylight) / 1000;
-    }
-
-private:
-    std::unique_ptr<const icu::BasicTimeZone> m_rules;
-};
-
-// What can be a name at all: ICU takes any run of bytes, and cuts it at a zero byte.
-bool isTimeZoneName(std::string_view name) {
-    constexpr std::string_view letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_+-/:";
-    return !name.empty() && name.size() <= 100 && name.find_first_not_of(letters) == std::string_view::npos;
-}
-
-std::shared_ptr<const TimeZone> makeNamed(std::string_view name) {
-    std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(
-        icu::UnicodeString::fromUTF8(icu::StringPiece(name.data(), static_cast<int32_t>(name.size())))));
-    const auto* rules = dynamic_cast<const icu::BasicTimeZone*>(zone.get());
-    if (!rules || *zone == icu::TimeZone::getUnknown()) return nullptr;
-    return std::make_shared<const NamedTimeZone>(
-        std::unique_ptr<const icu::BasicTimeZone>(static_cast<icu::BasicTimeZone*>(zone.release())));
-}
 
 } // namespace
 
@@ -112,7 +71,7 @@ std::shared_ptr<const TimeZone> TimeZone::named(std::string_view identifier) {
     const std::lock_guard lock(mutex);
     const auto found = known.find(identifier);
     if (found != known.end()) return found->second;
-    auto zone = makeNamed(identifier);
+    auto zone = readTimeZone(std::string(identifier));
     // Only what exists is kept: names come from outside, and there is no end to wrong ones.
     if (zone) known.emplace(identifier, zone);
     return zone;

@@ -20,24 +20,23 @@ public:
         bool operator==(const Transition&) const = default;
     };
 
-    // A zone of the IANA time zone database, as ICU knows it; nothing when there is no such zone.
+    // A zone of the IANA time zone database, as the system has it; nothing when the system knows no such zone. Read
+    // once in the life of the process.
     static std::shared_ptr<const TimeZone> named(std::string_view identifier);
     static const std::shared_ptr<const TimeZone>& utc();
     // The one that userTimeZone() names.
     static std::shared_ptr<const TimeZone> user();
 
-    // One that a calendar defines for itself. `transitions` in any order. When they go beyond 400 years after
-    // `repeatsFrom`, the years that follow are like those 400: after so long the days of the week fall on the same
-    // dates again.
+    // `transitions` in any order. When they go beyond 400 years after `repeatsFrom`, the years that follow are like
+    // those 400: after so long the days of the week fall on the same dates again.
     TimeZone(int initialOffset, std::vector<Transition> transitions);
     TimeZone(int initialOffset, std::vector<Transition> transitions, int64_t repeatsFrom);
-    virtual ~TimeZone() = default;
 
-    virtual int offsetAt(int64_t moment) const;
+    int offsetAt(int64_t moment) const;
     int64_t localAt(int64_t moment) const { return moment + offsetAt(moment); }
     // Of a local time that comes twice the first; one that the clocks skip is taken as if they had not changed yet
     // (RFC 5545, 3.3.5).
-    virtual int64_t momentOf(int64_t local) const;
+    int64_t momentOf(int64_t local) const;
 
 private:
     int m_initialOffset;
