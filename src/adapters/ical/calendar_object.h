@@ -43,9 +43,13 @@ struct EventSpan {
 };
 
 // The components of one UID: an event with the exceptions to its series, or a task; a calendar object resource as
-// RFC 4791, 4.1 calls it, with the definitions of the time zones it uses. Everything that is known about recurrence,
-// zones and properties of iCalendar (RFC 5545) is behind this class, and libical does it. Properties that nothing here
-// knows stay as they are.
+// RFC 4791, 4.1 calls it, with the definitions of the time zones that only it knows. Everything that is known about
+// recurrence, zones and properties of iCalendar (RFC 5545) is behind this class. Properties that nothing here knows
+// stay as they are; of the components inside an item only alarms do, since libical drops the others.
+//
+// An exception stands for its own occurrence alone, also one with RANGE=THISANDFUTURE. Rules are followed up to
+// 2582, libical's last year, and those of a series that starts after 2182 for at least 400 years. Texts
+// are stored without control characters, and an empty one not at all.
 //
 // It has no thread of its own: each object is used by one thread at a time. Throws PlatformError for text that is no
 // such object and for values that iCalendar can't hold; the object is unchanged then.
@@ -74,8 +78,8 @@ public:
     // Events.
 
     // Those that share some time with from ..< to (an occurrence without a duration counts as its start), in order of
-    // start, at most `limit`. Cancelled ones are left out. The work is bounded also for a rule without end: see the
-    // source for how far it goes.
+    // start, at most `limit`. Cancelled ones are left out. The work is bounded also for a rule without end: WorkLimit
+    // (recurrence_rule.h) says how far it goes.
     std::vector<Occurrence> occurrences(Date from, Date to, size_t limit) const;
     FoundOccurrences findOccurrences(Date from, Date to, size_t limit) const;
     // Nothing when no occurrence has this recurrence id; "" is the first one, or the event that does not repeat.
