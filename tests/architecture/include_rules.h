@@ -28,9 +28,13 @@ inline const std::vector<Rule> rules{
     {"adapters/gio", {"base", "platform", "adapters/xdg"}, {"standard", "fmt", "posix", "glib"}},
     // Whatever stores calendars keeps them as iCalendar; what is known of that stands in one place.
     {"adapters/ical", {"base", "platform"}, {"standard", "fmt", "libical", "icu"}},
-    {"adapters/sqlite", {"base", "platform", "adapters/ical"}, {"standard", "fmt", "posix", "sqlite"}},
+    // And whatever stores contacts knows vCard from here.
+    {"adapters/vcard", {"base", "platform"}, {"standard", "fmt", "icu"}},
+    {"adapters/sqlite",
+     {"base", "platform", "adapters/ical", "adapters/vcard"},
+     {"standard", "fmt", "posix", "sqlite"}},
     {"adapters/eds",
-     {"base", "platform", "adapters/dbus", "adapters/ical"},
+     {"base", "platform", "adapters/dbus", "adapters/ical", "adapters/vcard"},
      {"standard", "fmt", "posix", "glib", "eds"}},
     // The session bus, by GLib, for all who speak over it.
     {"adapters/dbus", {}, {"standard", "glib"}},
