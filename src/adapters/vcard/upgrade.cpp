@@ -45,7 +45,7 @@ std::string unescaped21(std::string_view piece) {
     return text;
 }
 
-// A value of our own making can't break out of its line.
+// A value can't break out of its line, nor guard what is written behind it.
 std::string onOneLine(std::string_view value) {
     std::string line;
     for (size_t index = 0; index < value.size(); ++index) {
@@ -56,7 +56,10 @@ std::string onOneLine(std::string_view value) {
         else if (!value.substr(index + 1).starts_with('\n'))
             line += "\\n";
     }
-    return line;
+    size_t guards = 0;
+    while (guards < line.size() && line[line.size() - 1 - guards] == '\\')
+        ++guards;
+    return line.append(guards % 2, '\\');
 }
 
 class Upgrade {
