@@ -12,8 +12,11 @@ bool isNameCharacter(char byte) {
            byte == '-' || byte == '_';
 }
 
+// No name that is in use comes near the limit. Below it a line can't be folded before its first separator, so it never
+// looks like base64 that goes on.
 bool isName(std::string_view text) {
-    return !text.empty() && std::all_of(text.begin(), text.end(), isNameCharacter);
+    constexpr size_t longest = 60;
+    return !text.empty() && text.size() <= longest && std::all_of(text.begin(), text.end(), isNameCharacter);
 }
 
 // RFC 6868.
