@@ -50,8 +50,11 @@ std::vector<std::string> nameWords(std::string_view text) {
 }
 
 bool wordsBeginWordsOf(const std::vector<std::string>& sought, const std::vector<std::string>& name) {
+    std::vector<std::string_view> ordered(name.begin(), name.end());
+    std::sort(ordered.begin(), ordered.end());
     return !sought.empty() && std::all_of(sought.begin(), sought.end(), [&](const std::string& beginning) {
-        return std::any_of(name.begin(), name.end(), [&](const auto& word) { return word.starts_with(beginning); });
+        const auto first = std::lower_bound(ordered.begin(), ordered.end(), std::string_view(beginning));
+        return first != ordered.end() && first->starts_with(beginning);
     });
 }
 
