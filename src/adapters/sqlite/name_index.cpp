@@ -68,35 +68,27 @@ std::vector<std::string> NameIndex::beginnings(const std::vector<std::string>& w
         const auto next = std::next(each);
         each = next != sought.end() && next->starts_with(*each) ? sought.erase(each) : next;
     }
-
-    constexpr int64_t enoughToTell = 1000;
-    std::vector<std::pair<int64_t, std::string>> counted;
-    for (const auto& beginning : sought) {
-        const auto count = sought.size() == 1
-                               ? 0
-                               : m_database
-                                     .value<int64_t>("SELECT count(*) FROM (SELECT 1 FROM word_beginning WHERE "
-                                                     "beginning = ? LIMIT ?)",
-                                                     beginning, enoughToTell)
-                                     .value_or(0);
-        counted.emplace_back(count, beginning);
-        // Nobody has it, so nobody has them all.
-        if (sought.size() > 1 && count == 0) return {beginning};
-    }
-    std::sort(counted.begin(), counted.end());
-    std::vector<std::string> ordered;
-    for (auto& [count, beginning] : counted)
-        ordered.push_back(std::move(beginning));
-    return ordered;
+    return {sought.begin(), sought.end()};
 }
 
-bool NameIndex::hasOthers(const std::vector<std::string>& sought, std::string_view sortKey, int64_t contact) {
-    return std::all_of(sought.begin() + 1, sought.end(), [&](const std::string& beginning) {
-        return m_database
-            .value<int64_t>("SELECT 1 FROM word_beginning WHERE beginning = ? AND sort_key = ? AND contact = ?",
-                            beginning, sortKey, contact)
-            .has_value();
-    });
+// Each word in turn leaps to where the one before has got to, so that of two frequent names the few that have both are
+// found without a look at all who have one.
+std::optional<NameIndex::Place> NameIndex::firstOf(const std::vector<std::string>& sought, Place from) {
+    for (size_t agreeing = 0, index = 0; agreeing < sought.size(); index = (index + 1) % sought.size()) {
+        auto found = firstOf(sought[index], from);
+        if (!found) return std::nullopt;
+        agreeing = agreeing > 0 && *found == from ? agreeing + 1 : 1;
+        from = std::move(*found);
+    }
+    return sought.empty() ? std::nullopt : std::optional(std::move(from));
+}
+
+std::optional<NameIndex::Place> NameIndex::firstOf(const std::string& beginning, const Place& from) {
+    auto row = m_database.query("SELECT sort_key, contact FROM word_beginning WHERE beginning = ? "
+                                "AND (sort_key, contact) >= (?, ?) ORDER BY sort_key, contact LIMIT 1",
+                                beginning, from.sortKey, from.contact);
+    if (!row.step()) return std::nullopt;
+    return Place{row.column<std::string>(0), row.column<int64_t>(1)};
 }
 
 } // namespace bridge

@@ -3,6 +3,7 @@
 #include "adapters/sqlite/database.h"
 #include "platform/contact_store.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,19 +28,20 @@ public:
     // Whether they really do is left to be seen where a word is longer than what is kept here.
     template <typename Visit> void search(const std::vector<std::string>& words, Visit visit) {
         const auto sought = beginnings(words);
-        if (sought.empty()) return;
-        auto row = m_database.query(
-            "SELECT sort_key, contact FROM word_beginning WHERE beginning = ? ORDER BY sort_key, contact", sought[0]);
-        while (row.step()) {
-            const auto contact = row.column<int64_t>(1);
-            if (hasOthers(sought, row.text(0), contact) && !visit(contact)) return;
-        }
+        for (auto place = firstOf(sought, {}); place; place = firstOf(sought, {place->sortKey, place->contact + 1}))
+            if (!visit(place->contact)) return;
     }
 
 private:
-    // The rarest first.
-    std::vector<std::string> beginnings(const std::vector<std::string>& words);
-    bool hasOthers(const std::vector<std::string>& sought, std::string_view sortKey, int64_t contact);
+    struct Place {
+        std::string sortKey = {};
+        int64_t contact = 0;
+        bool operator==(const Place&) const = default;
+    };
+    static std::vector<std::string> beginnings(const std::vector<std::string>& words);
+    // The first that has all of them, from this place on. Nothing sought is had by nobody.
+    std::optional<Place> firstOf(const std::vector<std::string>& sought, Place from);
+    std::optional<Place> firstOf(const std::string& beginning, const Place& from);
 
     Database& m_database;
 };

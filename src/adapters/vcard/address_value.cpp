@@ -2,7 +2,7 @@
 
 #include "base/text.h"
 
-namespace bridge {
+namespace bridge::vcard {
 
 namespace {
 
@@ -50,4 +50,4 @@ ContentLine addressLine(const PostalAddress& address) {
     return line;
 }
 
-} // namespace bridge
+} // namespace bridge::vcard

@@ -8,7 +8,7 @@
 #include <optional>
 #include <utility>
 
-namespace bridge {
+namespace bridge::vcard {
 
 namespace {
 
@@ -88,4 +88,4 @@ WrittenCards readCards(std::string_view bytes) {
     return reader.finish();
 }
 
-} // namespace bridge
+} // namespace bridge::vcard

@@ -15,6 +15,8 @@ struct VCardFileProblem {
     bool isLost = true; // whether the item is left out, or was taken without the part that is wrong
 };
 
+namespace vcard {
+
 // The lines between BEGIN:VCARD and END:VCARD as they stand in the file: unfolded, of whatever version, values in their
 // transfer encoding and character set.
 struct WrittenCard {
@@ -32,5 +34,7 @@ struct WrittenCards {
 // libraries serves: libvformat and libvc know old versions, libbelcard 4.0 alone, and EVCard needs GLib, which an
 // embedded build has not. A card inside a card, an AGENT of vCard 2.1, becomes the value of its line.
 WrittenCards readCards(std::string_view bytes);
+
+} // namespace vcard
 
 } // namespace bridge

@@ -4,7 +4,7 @@
 #include <unicode/ucnv.h>
 #include <unicode/unistr.h>
 
-namespace bridge {
+namespace bridge::vcard {
 
 std::optional<std::string> decodeCharset(std::string_view bytes, std::string_view charset) {
     struct Closer {
@@ -31,4 +31,4 @@ std::string withoutByteOrderMark(std::string_view bytes) {
     return decodeCharset(bytes, charset).value_or(std::string(bytes));
 }
 
-} // namespace bridge
+} // namespace bridge::vcard

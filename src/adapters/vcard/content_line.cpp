@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace bridge {
+namespace bridge::vcard {
 
 namespace {
 
@@ -142,4 +142,4 @@ std::string joined(const std::vector<std::string>& pieces, std::string_view sepa
     return text;
 }
 
-} // namespace bridge
+} // namespace bridge::vcard

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace bridge {
+namespace bridge::vcard {
 
 struct ContentParameter {
     std::string name;
@@ -49,4 +49,4 @@ std::string escaped(std::string_view text);
 std::vector<std::string> split(std::string_view value, char separator);
 std::string joined(const std::vector<std::string>& pieces, std::string_view separator);
 
-} // namespace bridge
+} // namespace bridge::vcard

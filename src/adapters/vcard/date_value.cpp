@@ -6,7 +6,7 @@
 #include <chrono>
 #include <fmt/format.h>
 
-namespace bridge {
+namespace bridge::vcard {
 
 namespace {
 
@@ -82,4 +82,4 @@ std::string basicForm(std::string_view dateTime) {
     return basic;
 }
 
-} // namespace bridge
+} // namespace bridge::vcard

@@ -8,7 +8,7 @@
 #include <map>
 #include <set>
 
-namespace bridge {
+namespace bridge::vcard {
 
 namespace {
 
@@ -211,4 +211,4 @@ void setLabeledValues(std::vector<ContentLine>& lines, std::string_view property
     Relabeling(lines, property).run(wanted);
 }
 
-} // namespace bridge
+} // namespace bridge::vcard

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace bridge {
+namespace bridge::vcard {
 
 // The phone numbers or e-mail addresses among the lines, with their labels, in their order. A label is told by TYPE, or
 // by an X-ABLabel of the same group when it is a word of the user's own.
@@ -15,4 +15,4 @@ std::vector<LabeledValue> labeledValues(const std::vector<ContentLine>& lines, s
 void setLabeledValues(std::vector<ContentLine>& lines, std::string_view property,
                       const std::vector<LabeledValue>& wanted);
 
-} // namespace bridge
+} // namespace bridge::vcard

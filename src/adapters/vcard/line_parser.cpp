@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-namespace bridge {
+namespace bridge::vcard {
 
 namespace {
 
@@ -100,4 +100,4 @@ std::optional<ContentLine> parsedLine(std::string_view line) {
     return LineParser(line).parse();
 }
 
-} // namespace bridge
+} // namespace bridge::vcard

@@ -2,7 +2,7 @@
 
 #include "base/base64.h"
 
-namespace bridge {
+namespace bridge::vcard {
 
 namespace {
 
@@ -67,4 +67,4 @@ std::string_view mediaTypeOf(std::string_view bytes) {
     return {};
 }
 
-} // namespace bridge
+} // namespace bridge::vcard

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace bridge {
+namespace bridge::vcard {
 
 // Lenient: what is no escape stays as it is.
 std::string decodeQuotedPrintable(std::string_view text);
@@ -20,4 +20,4 @@ std::optional<TidiedBase64> tidiedBase64(std::string_view text);
 // The media type of a picture or sound by its first bytes; empty when they tell none.
 std::string_view mediaTypeOf(std::string_view bytes);
 
-} // namespace bridge
+} // namespace bridge::vcard

@@ -4,7 +4,7 @@
 
 #include <initializer_list>
 
-namespace bridge {
+namespace bridge::vcard {
 
 namespace {
 
@@ -14,17 +14,19 @@ public:
     explicit EncodingTest(std::initializer_list<std::string_view> encodings) : m_encodings(encodings) {}
 
     bool holds(std::string_view text) {
-        if (m_answer) return *m_answer;
+        if (m_answer != Answer::unknown) return m_answer == Answer::yes;
         const auto line = parsedLine(text);
         // Folding can go through a parameter. Trying again for ever would let a hostile file take the square of its
         // size.
         constexpr size_t longestHead = 4096;
         if (!line && text.size() < longestHead) return false;
-        m_answer = line && hasOne(*line);
-        return *m_answer;
+        m_answer = line && hasOne(*line) ? Answer::yes : Answer::no;
+        return m_answer == Answer::yes;
     }
 
 private:
+    enum class Answer { unknown, no, yes };
+
     bool hasOne(const ContentLine& line) const {
         for (const auto& [name, values] : line.parameters)
             for (const auto encoding : m_encodings)
@@ -34,7 +36,7 @@ private:
     }
 
     std::vector<std::string_view> m_encodings;
-    std::optional<bool> m_answer;
+    Answer m_answer = Answer::unknown;
 };
 
 bool looksLikeBase64(std::string_view line) {
@@ -90,4 +92,4 @@ std::optional<UnfoldedLine> Unfolding::next() {
     return line;
 }
 
-} // namespace bridge
+} // namespace bridge::vcard

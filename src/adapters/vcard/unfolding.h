@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace bridge {
+namespace bridge::vcard {
 
 struct UnfoldedLine {
     int number = 0; // of its first line in the file, from 1
@@ -31,4 +31,4 @@ private:
     int m_number = 0;
 };
 
-} // namespace bridge
+} // namespace bridge::vcard

@@ -10,7 +10,7 @@
 #include <initializer_list>
 #include <optional>
 
-namespace bridge {
+namespace bridge::vcard {
 
 namespace {
 
@@ -309,4 +309,4 @@ std::vector<ContentLine> upgraded(const WrittenCard& card, std::vector<std::stri
     return upgrade.finish();
 }
 
-} // namespace bridge
+} // namespace bridge::vcard

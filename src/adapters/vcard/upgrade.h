@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace bridge {
+namespace bridge::vcard {
 
 // The lines of a card as vCard 4.0 writes them, in UTF-8, without BEGIN, VERSION and END, whichever version it was
 // written in. What only older versions have is said in the way of 4.0 (PHOTO as a data URI, PREF, LABEL with its
@@ -13,4 +13,4 @@ namespace bridge {
 // gets a sentence for each part that can't be taken whole.
 std::vector<ContentLine> upgraded(const WrittenCard& card, std::vector<std::string>& faults);
 
-} // namespace bridge
+} // namespace bridge::vcard

@@ -14,6 +14,8 @@
 
 namespace bridge {
 
+using namespace vcard;
+
 namespace {
 
 enum NamePart : size_t { family, given, additional, prefix, suffix };

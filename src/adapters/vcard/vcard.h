@@ -18,7 +18,7 @@ public:
     // With a new UID and every field, postal addresses too; an image can't be made. The identifier does not matter.
     static VCard create(const Contact& contact);
     // Of the lines between VERSION and END. A card without a UID or a formatted name gets one.
-    explicit VCard(std::vector<ContentLine> lines);
+    explicit VCard(std::vector<vcard::ContentLine> lines);
 
     std::string text() const; // a vCard that parse() takes
     const std::string& uid() const { return m_uid; }
@@ -42,11 +42,11 @@ public:
 private:
     Contact describeAllButNames() const;
     std::string ordinaryName() const;
-    const ContentLine* find(std::string_view name) const;
-    ContentLine& findOrAdd(std::string_view name);
+    const vcard::ContentLine* find(std::string_view name) const;
+    vcard::ContentLine& findOrAdd(std::string_view name);
     void set(std::string_view name, std::string value); // an empty value removes
 
-    std::vector<ContentLine> m_lines;
+    std::vector<vcard::ContentLine> m_lines;
     std::string m_uid;
 };
 

@@ -9,6 +9,8 @@
 
 namespace bridge {
 
+using namespace vcard;
+
 namespace {
 
 class FileReader {
