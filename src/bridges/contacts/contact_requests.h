@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/record.h"
+#include "bridges/contacts/contact_birthday.h"
 
 namespace bridge {
 
@@ -16,18 +16,6 @@ struct SearchContactsRequest {
     }
 };
 static_assert(listsEveryMember<SearchContactsRequest>());
-
-struct ContactBirthday {
-    std::optional<int64_t> year;
-    int64_t month = 0;
-    int64_t day = 0;
-
-    static constexpr auto fields() {
-        return std::tuple{optional("year", &ContactBirthday::year), required("month", &ContactBirthday::month),
-                          required("day", &ContactBirthday::day)};
-    }
-};
-static_assert(listsEveryMember<ContactBirthday>());
 
 struct CreateContactRequest {
     std::string givenName;
