@@ -1,22 +1,22 @@
-#include "bridges/contacts/contact_requests.h"
+#include "bridges/contacts/contact_data_bridge.h"
 #include "server/operation_rows.h"
 #include "server/operation_tables.h"
-#include "server/payloads.h"
 
 namespace bridge {
 
 namespace {
 
 constexpr std::array rows{
-    later<SearchContactsRequest>("contacts.search", BridgeCapability::contactsRead),
-    later("contacts.groups.list", BridgeCapability::contactGroupsRead),
-    later<CreateContactRequest>("contacts.create", BridgeCapability::contactsCreate),
-    later<UpdateContactRequest>("contacts.update", BridgeCapability::contactsUpdate),
-    later<IdentifierPayload>("contacts.delete", BridgeCapability::contactsDelete, Confirm::always),
-    later<CreateContactGroupRequest>("contacts.groups.create", BridgeCapability::contactGroupsCreate),
-    later<ContactGroupMembershipRequest>("contacts.groups.add_members", BridgeCapability::contactGroupsUpdate),
-    later<ContactGroupMembershipRequest>("contacts.groups.remove_members", BridgeCapability::contactGroupsUpdate),
-    later<IdentifierPayload>("contacts.groups.delete", BridgeCapability::contactGroupsDelete, Confirm::always),
+    operation<&ContactDataBridge::searchContacts>("contacts.search", BridgeCapability::contactsRead),
+    operation<&ContactDataBridge::listGroups>("contacts.groups.list", BridgeCapability::contactGroupsRead),
+    operation<&ContactDataBridge::createContact>("contacts.create", BridgeCapability::contactsCreate),
+    operation<&ContactDataBridge::updateContact>("contacts.update", BridgeCapability::contactsUpdate),
+    deletion<&ContactDataBridge::deleteContact>("contacts.delete", BridgeCapability::contactsDelete),
+    operation<&ContactDataBridge::createGroup>("contacts.groups.create", BridgeCapability::contactGroupsCreate),
+    operation<&ContactDataBridge::addMembers>("contacts.groups.add_members", BridgeCapability::contactGroupsUpdate),
+    operation<&ContactDataBridge::removeMembers>("contacts.groups.remove_members",
+                                                 BridgeCapability::contactGroupsUpdate),
+    deletion<&ContactDataBridge::deleteGroup>("contacts.groups.delete", BridgeCapability::contactGroupsDelete),
 };
 static_assert(wellFormed(rows));
 

@@ -13,10 +13,11 @@ namespace bridge {
 
 class AppleDataBridge;
 class BridgeStatus;
+class ContactDataBridge;
 class FileDataBridge;
 
 // The objects that operations call, found by their type. They outlive every request.
-using BridgeSet = std::tuple<const BridgeStatus&, AppleDataBridge&, FileDataBridge&>;
+using BridgeSet = std::tuple<const BridgeStatus&, AppleDataBridge&, ContactDataBridge&, FileDataBridge&>;
 
 // When a client must say `"confirmed": true`.
 enum class Confirm { never, always, whenOverwriting };
