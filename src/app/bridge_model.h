@@ -4,6 +4,7 @@
 #include "base/published.h"
 #include "bridges/calendar/apple_data_bridge.h"
 #include "bridges/common/permission_state.h"
+#include "bridges/contacts/contact_data_bridge.h"
 #include "bridges/files/file_data_bridge.h"
 #include "policy/bridge_capability_policy.h"
 #include "policy/bridge_pairing_store.h"
@@ -70,6 +71,7 @@ private:
 
 public:
     AppleDataBridge dataBridge;
+    ContactDataBridge contacts;
     FileDataBridge files;
     BridgeCapabilityPolicy& capabilityPolicy;
     BridgePairingStore pairingStore;

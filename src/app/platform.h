@@ -5,6 +5,7 @@
 #include "platform/bookmarks.h"
 #include "platform/clock.h"
 #include "platform/consent_prompt.h"
+#include "platform/contact_store.h"
 #include "platform/event_store.h"
 #include "platform/folder_chooser.h"
 #include "platform/http_client.h"
@@ -30,6 +31,7 @@ struct Platform {
     std::unique_ptr<ApplicationInfo> application;
     std::unique_ptr<Clock> clock;
     std::unique_ptr<EventStore> eventStore; // after the clock that it looks at
+    std::unique_ptr<ContactStore> contactStore;
 };
 
 // What the embedded adapters call their files.
