@@ -2,12 +2,14 @@
 #include "adapters/xdg/home_trash.h"
 #include "base/event_loop.h"
 #include "bridges/calendar/apple_data_bridge.h"
+#include "bridges/contacts/contact_data_bridge.h"
 #include "bridges/files/file_data_bridge.h"
 #include "platform/application_info.h"
 #include "policy/bridge_capability_policy.h"
 #include "policy/bridge_pairing_store.h"
 #include "server/bridge_router.h"
 #include "server/permission_snapshot.h"
+#include "tests/fakes/memory_contact_store.h"
 #include "tests/fakes/memory_folder_chooser.h"
 #include "tests/fakes/memory_secure_store.h"
 #include "tests/fakes/memory_user_defaults.h"
@@ -83,6 +85,7 @@ public:
             m_policy.setGroupEnabled(group, true);
         must(m_files.roots.get().size() == 1);
         resetCalendars();
+        resetContacts();
     }
 
     BridgeResponse execute(std::string_view body) {
@@ -111,6 +114,17 @@ public:
         m_loop.runUntilDone(m_dataBridge.setAllReminderLists(true));
     }
 
+    // The contact "contact-1", and the group "group-2" that has it.
+    void resetContacts() {
+        m_contactStore = MemoryContactStore();
+        Contact contact;
+        contact.givenName = "José";
+        contact.phoneNumbers = {{"home", "555-0100"}};
+        contact.birthday = {.month = 2, .day = 29};
+        const auto identifier = m_contactStore.put(contact);
+        m_contactStore.putGroup("Friends", {identifier});
+    }
+
     Folders folders;
 
 private:
@@ -129,6 +143,7 @@ private:
     ScriptedHTTPClient m_client;
     HomeTrash m_trash{folders.trash};
     SampleEventStore m_store;
+    MemoryContactStore m_contactStore;
     ScriptedAuthorization m_authorization;
     NoVersion m_application;
     StandingClock m_clock;
@@ -136,8 +151,9 @@ private:
     BridgePairingStore m_pairing{m_defaults, m_secrets, m_client};
     FileDataBridge m_files{m_defaults, m_bookmarks, m_chooser, m_trash};
     AppleDataBridge m_dataBridge{m_store, m_authorization, m_defaults};
+    ContactDataBridge m_contacts{m_contactStore, m_authorization};
     BridgeStatus m_status{m_authorization, m_application, m_policy, m_dataBridge, m_files};
-    BridgeRouter m_router{BridgeSet(m_status, m_dataBridge, m_files), m_policy, m_pairing, m_clock};
+    BridgeRouter m_router{BridgeSet(m_status, m_dataBridge, m_contacts, m_files), m_policy, m_pairing, m_clock};
 };
 
 // What the bridge may answer to whoever is paired and has everything switched on.
@@ -188,6 +204,7 @@ void fuzz(std::string_view input) {
     // Also a refused request may have come half-way.
     if (response.logName.starts_with("calendar.") || response.logName.starts_with("reminders."))
         bridge.resetCalendars();
+    if (response.logName.starts_with("contacts.")) bridge.resetContacts();
     if (!response.logName.starts_with("files.")) return;
     bridge.folders.mustHaveKeptTheOutside();
     if (response.logName != "files.list" && response.logName != "files.read_text") bridge.folders.reset();

@@ -21,7 +21,8 @@ public:
     enum class Consent { notAsked, full };
 
     explicit RunningBridge(Consent consent = Consent::notAsked) {
-        if (consent == Consent::full) putFile(m_folder / profile::consent, R"({"calendar":3,"reminders":3})");
+        if (consent == Consent::full)
+            putFile(m_folder / profile::consent, R"({"calendar":3,"contacts":3,"reminders":3})");
         std::promise<void> ready;
         auto isReady = ready.get_future();
         m_thread = std::thread([this, &ready] { serve(ready); });
