@@ -54,6 +54,7 @@ Platform openDesktopPlatform(EventLoop& loop) {
     platform.trash = openTrash(XdgPaths());
     log::note("The credential is kept in " + platform.secureStore->description() + ".");
     log::note("Calendars and reminders are those of " + platform.eventStore->description() + ".");
+    log::note("Contacts are those of " + platform.contactStore->description() + ".");
     return platform;
 }
 

@@ -4,6 +4,7 @@
 #include "adapters/jsonfile/json_file_user_defaults.h"
 #include "adapters/posix/posix_bookmarks.h"
 #include "adapters/posix/system_clock.h"
+#include "adapters/sqlite/sqlite_contact_store.h"
 #include "adapters/sqlite/sqlite_event_store.h"
 #include "adapters/xdg/home_trash.h"
 #include "app/build_info.h"
@@ -27,6 +28,7 @@ Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder) {
     platform.application = std::make_unique<BuildInfo>();
     platform.clock = std::make_unique<SystemClock>();
     platform.eventStore = std::make_unique<SqliteEventStore>(file(profile::calendars), *platform.clock);
+    platform.contactStore = std::make_unique<SqliteContactStore>(file(profile::contacts), *platform.clock);
     return platform;
 }
 

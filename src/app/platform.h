@@ -30,7 +30,8 @@ struct Platform {
     std::unique_ptr<Authorization> authorization;
     std::unique_ptr<ApplicationInfo> application;
     std::unique_ptr<Clock> clock;
-    std::unique_ptr<EventStore> eventStore; // after the clock that it looks at
+    // After the clock that they look at.
+    std::unique_ptr<EventStore> eventStore;
     std::unique_ptr<ContactStore> contactStore;
 };
 
@@ -41,6 +42,7 @@ constexpr const char* credential = "credential.json";
 constexpr const char* consent = "consent.json";
 constexpr const char* trash = "Trash";
 constexpr const char* calendars = "calendars.db";
+constexpr const char* contacts = "contacts.db";
 } // namespace profile
 
 // The folder of the logged-in user's profile. Nothing is made.
