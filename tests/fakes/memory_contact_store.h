@@ -1,13 +1,12 @@
 #pragma once
 
+#include "base/name_words.h"
 #include "base/platform_error.h"
-#include "base/text.h"
 #include "platform/contact_store.h"
 
 #include <algorithm>
 #include <map>
 #include <set>
-#include <tuple>
 
 namespace bridge {
 
@@ -51,8 +50,7 @@ public:
         for (const auto& contact : m_state.contacts)
             if (matches(contact, predicate)) sorted.push_back(contact);
         std::ranges::stable_sort(sorted, {}, [](const Contact& contact) {
-            return std::tuple(sortKey(contact.familyName), sortKey(contact.givenName),
-                              sortKey(contact.organizationName));
+            return nameSortKey(contact.familyName, contact.givenName, contact.organizationName);
         });
         for (const auto& contact : sorted) {
             ++visited;
@@ -144,26 +142,9 @@ private:
         return true;
     }
     static bool matches(const Contact& contact, const std::string& text) {
-        const auto wanted = words(text);
-        const auto present = words(contact.givenName + ' ' + contact.middleName + ' ' + contact.familyName + ' ' +
-                                   contact.nickname + ' ' + contact.organizationName);
-        const auto beginsAWord = [&](const std::string& start) {
-            return std::ranges::any_of(present, [&](const std::string& word) { return word.starts_with(start); });
-        };
-        return !wanted.empty() && std::ranges::all_of(wanted, beginsAWord);
-    }
-    // Every byte beyond ASCII is taken for part of a letter.
-    static std::vector<std::string> words(const std::string& text) {
-        std::vector<std::string> found(1);
-        for (const char byte : fold(text)) {
-            const auto isInWord = static_cast<unsigned char>(byte) >= 0x80 || std::isalnum(byte);
-            if (isInWord)
-                found.back() += byte;
-            else if (!found.back().empty())
-                found.emplace_back();
-        }
-        if (found.back().empty()) found.pop_back();
-        return found;
+        const auto names = contact.givenName + ' ' + contact.middleName + ' ' + contact.familyName + ' ' +
+                           contact.nickname + ' ' + contact.organizationName;
+        return wordsBeginWordsOf(nameWords(text), nameWords(names));
     }
 
     State m_state;

@@ -48,7 +48,7 @@ TEST_F(SearchContacts, LeavesTheMatchingOfNamesToTheStore) {
     put("José", "García");
     put("Josefine");
     put("Marie-José");
-    EXPECT_EQ(search(" JOSE\n"), (Names{"Josefine", "Marie-José", "José"}));
+    EXPECT_EQ(search(" JOSE\n"), (Names{"José", "Josefine", "Marie-José"}));
     EXPECT_EQ(search("garc jos"), Names{"José"});
     EXPECT_EQ(search("osé"), Names());
     EXPECT_EQ(search("!"), Names());
@@ -122,30 +122,38 @@ TEST_F(SearchContacts, StopsTheStoreAsSoonAsItHasEnough) {
 }
 
 TEST_F(SearchContacts, DescribesAllThatIsKnown) {
-    const auto id = book.put({.givenName = "Grace",
-                              .middleName = "Brewster",
-                              .familyName = "Hopper",
-                              .nickname = "Amazing",
-                              .organizationName = "Navy",
-                              .jobTitle = "Rear admiral",
-                              .phoneNumbers = {{"work", "+1 555 0100"}, {"home", "555-0101"}},
-                              .emailAddresses = {{"home", "z@example.com"}, {"", "a@example.com"}},
-                              .postalAddresses = {},
-                              .birthday = Birthday{1906, 12, 9},
-                              .imageAvailable = true});
+    const auto id =
+        book.put({.givenName = "Grace",
+                  .middleName = "Brewster",
+                  .familyName = "Hopper",
+                  .nickname = "Amazing",
+                  .organizationName = "Navy",
+                  .jobTitle = "Rear admiral",
+                  .phoneNumbers = {{"work", "+1 555 0100"}, {"home", "555-0101"}},
+                  .emailAddresses = {{"home", "z@example.com"}, {"", "a@example.com"}},
+                  .postalAddresses =
+                      {{.street = "1 Main St",
+                        .city = "Arlington",
+                        .state = "VA",
+                        .postalCode = "22201",
+                        .isoCountryCode = "us"},
+                       {.street = "Hauptstr. 5", .city = "Berlin", .postalCode = "10115", .isoCountryCode = "DE"}},
+                  .birthday = Birthday{1906, 12, 9},
+                  .imageAvailable = true});
     EXPECT_EQ(run(bridge.searchContacts({{}, 1, {}})),
-              std::vector{(ContactDescriptor{.id = id,
-                                             .givenName = "Grace",
-                                             .middleName = "Brewster",
-                                             .familyName = "Hopper",
-                                             .nickname = "Amazing",
-                                             .organizationName = "Navy",
-                                             .jobTitle = "Rear admiral",
-                                             .phoneNumbers = {"+1 555 0100", "555-0101"},
-                                             .emailAddresses = {"z@example.com", "a@example.com"},
-                                             .postalAddresses = {},
-                                             .birthday = ContactBirthday{1906, 12, 9},
-                                             .imageAvailable = true})});
+              std::vector{
+                  (ContactDescriptor{.id = id,
+                                     .givenName = "Grace",
+                                     .middleName = "Brewster",
+                                     .familyName = "Hopper",
+                                     .nickname = "Amazing",
+                                     .organizationName = "Navy",
+                                     .jobTitle = "Rear admiral",
+                                     .phoneNumbers = {"+1 555 0100", "555-0101"},
+                                     .emailAddresses = {"z@example.com", "a@example.com"},
+                                     .postalAddresses = {"1 Main St\nArlington, VA 22201", "Hauptstr. 5\n10115 Berlin"},
+                                     .birthday = ContactBirthday{1906, 12, 9},
+                                     .imageAvailable = true})});
 }
 
 } // namespace
