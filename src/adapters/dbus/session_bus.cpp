@@ -1,5 +1,6 @@
 #include "adapters/dbus/session_bus.h"
 
+#include <mutex>
 #include <string_view>
 
 namespace bridge {
@@ -21,7 +22,14 @@ GObjectPointer<GDBusConnection> sessionBus(GCancellable* cancellable) {
     const GLibPointer<char> address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, cancellable, nullptr));
     if (!address || std::string_view(address.get()).starts_with("autolaunch:")) return {};
     GObjectPointer<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, cancellable, nullptr));
-    if (bus) g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+    if (!bus) return bus;
+    g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+    // GLib's one connection lives as long as somebody holds it, and the next one would end the program again with the
+    // bus: a library that opens it by itself does not say otherwise.
+    static std::mutex mutex;
+    static GObjectPointer<GDBusConnection> kept;
+    const std::lock_guard lock(mutex);
+    if (kept.get() != bus.get()) kept.reset(G_DBUS_CONNECTION(g_object_ref(bus.get())));
     return bus;
 }
 

@@ -47,11 +47,15 @@ ECalClient* CalendarClient::client(GCancellable* cancellable) {
 }
 
 template <typename Read> auto CalendarClient::reading(GCancellable* cancellable, Read read) {
-    try {
-        return read(client(cancellable));
-    } catch (const EdsError& error) {
-        if (error.fault != EdsFault::lost) throw;
-        drop();
+    // The service is several processes, which die and are found dead one after the other.
+    constexpr int furtherAttempts = 3;
+    for (int attempt = 0; attempt < furtherAttempts; ++attempt) {
+        try {
+            return read(client(cancellable));
+        } catch (const EdsError& error) {
+            if (error.fault != EdsFault::lost) throw;
+            drop();
+        }
     }
     return read(client(cancellable));
 }

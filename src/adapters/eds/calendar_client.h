@@ -12,7 +12,7 @@ namespace bridge {
 
 // A conversation with one calendar or list, on one thread whose default context stays the same. It blocks; the
 // cancellable ends each call at once. Every function throws PlatformError. The connection is made when it is first
-// needed and again when it was lost: what only reads is then tried once more, what changes something never.
+// needed and again when it was lost: what only reads is then tried again, what changes something never.
 class CalendarClient {
 public:
     explicit CalendarClient(Calendar calendar) : m_calendar(std::move(calendar)) {}
