@@ -3,6 +3,7 @@
 #include "adapters/eds/eds_calendars.h"
 #include "adapters/eds/event_jobs.h"
 #include "adapters/eds/reminder_jobs.h"
+#include "base/text.h"
 #include "base/uuid.h"
 
 #include <algorithm>
@@ -15,6 +16,11 @@ ItemIdentifier requireIdentifier(const std::string& text, const char* absence) {
     auto identifier = ItemIdentifier::parse(text);
     if (!identifier) throw PlatformError(absence);
     return std::move(*identifier);
+}
+
+// The registry drops white space at the ends when it reads its file again, which may be before or after it answers.
+std::string asKept(const std::string& title) {
+    return std::string(trim(title));
 }
 
 constexpr auto noEvent = "There is no such event.";
@@ -78,7 +84,7 @@ Task<std::optional<Calendar>> EdsEventStore::defaultCalendar(EntityType entityTy
 
 Task<Calendar> EdsEventStore::addCalendar(EntityType entityType, std::string sourceID, std::string title) {
     const auto identifier = makeUUID();
-    auto adding = m_calendars->registry().addCalendar(entityType, std::move(sourceID), std::move(title), identifier);
+    auto adding = m_calendars->registry().addCalendar(entityType, std::move(sourceID), asKept(title), identifier);
     const auto list = co_await std::move(adding);
     auto describing = describe(list, identifier);
     auto calendar = co_await std::move(describing);
@@ -87,7 +93,7 @@ Task<Calendar> EdsEventStore::addCalendar(EntityType entityType, std::string sou
 }
 
 Task<Calendar> EdsEventStore::renameCalendar(std::string identifier, std::string title) {
-    auto renaming = m_calendars->registry().renameCalendar(identifier, std::move(title));
+    auto renaming = m_calendars->registry().renameCalendar(identifier, asKept(title));
     const auto list = co_await std::move(renaming);
     auto describing = describe(list, std::move(identifier));
     auto calendar = co_await std::move(describing);
