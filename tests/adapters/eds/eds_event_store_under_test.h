@@ -9,7 +9,10 @@ namespace bridge {
 
 class EdsEventStoreUnderTest : public EventStoreUnderTest {
 public:
-    explicit EdsEventStoreUnderTest(EdsPatience patience = {}) : m_patience(patience) {
+    // As much time as a busy machine may need: what happens when it runs out has tests of its own.
+    static constexpr EdsPatience ample{std::chrono::minutes(2), std::chrono::minutes(2), std::chrono::minutes(1)};
+
+    explicit EdsEventStoreUnderTest(EdsPatience patience = ample) : m_patience(patience) {
         if (hindrance().empty()) reopen();
     }
     ~EdsEventStoreUnderTest() override {
