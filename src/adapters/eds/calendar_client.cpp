@@ -105,6 +105,7 @@ std::vector<CalendarObject> CalendarClient::objects(const std::string& query, GC
         try {
             objects.push_back(CalendarObject::parse(calendarText(components, m_zones)));
         } catch (const PlatformError&) {
+            // What can't be understood says so when it is asked for; it keeps nobody from the other items.
         }
     }
     return objects;

@@ -23,8 +23,62 @@ std::string asKept(const std::string& title) {
     return std::string(trim(title));
 }
 
-constexpr auto noEvent = "There is no such event.";
-constexpr auto noReminder = "There is no such reminder.";
+// What differs between the two kinds of items; everything else about writing them is the same.
+struct EventKind {
+    using Item = CalendarEvent;
+    static constexpr auto entityType = EntityType::event;
+    static constexpr auto absence = "There is no such event.";
+    static constexpr auto calendarID = &CalendarEvent::calendarID;
+    static constexpr auto add = &addEvent;
+    static constexpr auto change = &changeEvent;
+    static constexpr auto move = &moveEvent;
+    static constexpr auto remove = &removeEvent;
+};
+struct ReminderKind {
+    using Item = Reminder;
+    static constexpr auto entityType = EntityType::reminder;
+    static constexpr auto absence = "There is no such reminder.";
+    static constexpr auto calendarID = &Reminder::listID;
+    static constexpr auto add = &addReminder;
+    static constexpr auto change = &changeReminder;
+    static constexpr auto move = &moveReminder;
+    static constexpr auto remove = &removeReminder;
+};
+
+// The calendars are the store's, which outlives its tasks.
+template <typename Kind> Task<typename Kind::Item> save(EdsCalendars& calendars, typename Kind::Item item) {
+    std::optional<ItemIdentifier> place;
+    if (!item.identifier.empty()) place = requireIdentifier(item.identifier, Kind::absence);
+    std::vector<std::string> identifiers{item.*Kind::calendarID};
+    if (place) identifiers.push_back(place->calendarID);
+    auto requiring = calendars.requireAll(Kind::entityType, std::move(identifiers));
+    const auto required = co_await std::move(requiring);
+    const auto target = required.front();
+    // Where it is now; the target, unless it moves.
+    const auto origin = required.back();
+    const auto job = [place, target, item = std::move(item)](CalendarClient& client, Call& call) {
+        if (!place) return Kind::add(client, call, item);
+        if (place->calendarID == target.id) return Kind::change(client, call, *place, item);
+        return Kind::move(client, call, *place, item, target);
+    };
+    const auto worker = calendars.workerOf(origin);
+    auto saving = worker->write(origin, job);
+    auto saved = co_await std::move(saving);
+    co_return saved;
+}
+
+template <typename Kind> Task<> remove(EdsCalendars& calendars, std::string identifier) {
+    const auto place = requireIdentifier(identifier, Kind::absence);
+    auto requiring = calendars.require(Kind::entityType, place.calendarID);
+    const auto listed = co_await std::move(requiring);
+    const auto job = [place](CalendarClient& client, Call& call) {
+        Kind::remove(client, call, place);
+        return true;
+    };
+    const auto worker = calendars.workerOf(listed);
+    auto removing = worker->write(listed, job);
+    co_await std::move(removing);
+}
 
 } // namespace
 
@@ -164,70 +218,19 @@ Task<std::optional<CalendarItem>> EdsEventStore::item(std::string identifier) {
 }
 
 Task<CalendarEvent> EdsEventStore::saveEvent(CalendarEvent event) {
-    std::optional<ItemIdentifier> place;
-    if (!event.identifier.empty()) place = requireIdentifier(event.identifier, noEvent);
-    std::vector<std::string> identifiers{event.calendarID};
-    if (place) identifiers.push_back(place->calendarID);
-    auto requiring = m_calendars->requireAll(EntityType::event, std::move(identifiers));
-    const auto calendars = co_await std::move(requiring);
-    const auto target = calendars.front();
-    // Where it is now; the target, unless it moves.
-    const auto origin = calendars.back();
-    const auto save = [place, target, event = std::move(event)](CalendarClient& client, Call& call) {
-        if (!place) return addEvent(client, call, event);
-        if (place->calendarID == target.id) return changeEvent(client, call, *place, event);
-        return moveEvent(client, call, *place, event, target);
-    };
-    const auto worker = m_calendars->workerOf(origin);
-    auto saving = worker->write(origin, save);
-    auto saved = co_await std::move(saving);
-    co_return saved;
+    return save<EventKind>(*m_calendars, std::move(event));
 }
 
 Task<> EdsEventStore::removeEvent(std::string identifier) {
-    const auto place = requireIdentifier(identifier, noEvent);
-    auto requiring = m_calendars->require(EntityType::event, place.calendarID);
-    const auto listed = co_await std::move(requiring);
-    const auto remove = [place](CalendarClient& client, Call& call) {
-        bridge::removeEvent(client, call, place);
-        return true;
-    };
-    const auto worker = m_calendars->workerOf(listed);
-    auto removing = worker->write(listed, remove);
-    co_await std::move(removing);
+    return remove<EventKind>(*m_calendars, std::move(identifier));
 }
 
 Task<Reminder> EdsEventStore::saveReminder(Reminder reminder) {
-    std::optional<ItemIdentifier> place;
-    if (!reminder.identifier.empty()) place = requireIdentifier(reminder.identifier, noReminder);
-    std::vector<std::string> identifiers{reminder.listID};
-    if (place) identifiers.push_back(place->calendarID);
-    auto requiring = m_calendars->requireAll(EntityType::reminder, std::move(identifiers));
-    const auto lists = co_await std::move(requiring);
-    const auto target = lists.front();
-    const auto origin = lists.back();
-    const auto save = [place, target, reminder = std::move(reminder)](CalendarClient& client, Call& call) {
-        if (!place) return addReminder(client, call, reminder);
-        if (place->calendarID == target.id) return changeReminder(client, call, *place, reminder);
-        return moveReminder(client, call, *place, reminder, target);
-    };
-    const auto worker = m_calendars->workerOf(origin);
-    auto saving = worker->write(origin, save);
-    auto saved = co_await std::move(saving);
-    co_return saved;
+    return save<ReminderKind>(*m_calendars, std::move(reminder));
 }
 
 Task<> EdsEventStore::removeReminder(std::string identifier) {
-    const auto place = requireIdentifier(identifier, noReminder);
-    auto requiring = m_calendars->require(EntityType::reminder, place.calendarID);
-    const auto listed = co_await std::move(requiring);
-    const auto remove = [place](CalendarClient& client, Call& call) {
-        bridge::removeReminder(client, call, place);
-        return true;
-    };
-    const auto worker = m_calendars->workerOf(listed);
-    auto removing = worker->write(listed, remove);
-    co_await std::move(removing);
+    return remove<ReminderKind>(*m_calendars, std::move(identifier));
 }
 
 } // namespace bridge

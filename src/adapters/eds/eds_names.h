@@ -8,7 +8,7 @@ inline constexpr auto serverName = "Evolution Data Server";
 inline constexpr auto registryName = "org.gnome.evolution.dataserver.Sources5";
 inline constexpr auto factoryName = "org.gnome.evolution.dataserver.Calendar8";
 
-// The account of this computer, which the registry brings along.
+// The account of this computer, under the identifier that the registry gives to it.
 inline constexpr auto localAccount = "local-stub";
 
 // Groups of a source's key file.

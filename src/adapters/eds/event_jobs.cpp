@@ -1,5 +1,6 @@
 #include "adapters/eds/event_jobs.h"
 
+#include "adapters/eds/as_stored.h"
 #include "adapters/eds/item_move.h"
 #include "adapters/eds/wall_clock.h"
 
@@ -83,17 +84,6 @@ void removeFrom(CalendarClient& client, Found found, GCancellable* cancellable) 
         client.write(found.object, 0, cancellable);
 }
 
-// What the service made of it. It is saved by now, so what can't be read again is answered as it was written.
-CalendarEvent asStored(CalendarClient& client, const Call& call, const CalendarEvent& written) {
-    try {
-        const auto identifier = ItemIdentifier::parse(written.identifier);
-        auto stored = identifier ? readEvent(client, call, *identifier) : std::nullopt;
-        return stored ? std::move(*stored) : written;
-    } catch (const PlatformError&) {
-        return written;
-    }
-}
-
 } // namespace
 
 bool comesBefore(const CalendarEvent& left, const CalendarEvent& right) {
@@ -122,7 +112,7 @@ CalendarEvent addEvent(CalendarClient& client, const Call& call, const CalendarE
     client.requireWritable(call.cancellable());
     const auto object = CalendarObject::create(event, now());
     const auto uid = client.create(object, call.cancellable());
-    return asStored(client, call, saved(object, uid, client.calendar().id));
+    return asStored(client, call, saved(object, uid, client.calendar().id), &readEvent);
 }
 
 CalendarEvent changeEvent(CalendarClient& client, const Call& call, const ItemIdentifier& identifier,
@@ -137,7 +127,7 @@ CalendarEvent changeEvent(CalendarClient& client, const Call& call, const ItemId
     if (!changed) throw PlatformError("The event can't be changed to that.");
     stored = described(found.object, *changed, identifier.calendarID);
     client.write(found.object, component, call.cancellable());
-    return asStored(client, call, stored);
+    return asStored(client, call, stored, &readEvent);
 }
 
 CalendarEvent moveEvent(CalendarClient& client, Call& call, const ItemIdentifier& identifier,
@@ -162,7 +152,7 @@ CalendarEvent moveEvent(CalendarClient& client, Call& call, const ItemIdentifier
         return !object || !object->occurrence(found.occurrence.recurrenceID);
     };
     const auto uid = moveItem(targetClient, copy, {remove, isDone}, call);
-    return asStored(targetClient, call, saved(copy, uid, target.id));
+    return asStored(targetClient, call, saved(copy, uid, target.id), &readEvent);
 }
 
 void removeEvent(CalendarClient& client, const Call& call, const ItemIdentifier& identifier) {

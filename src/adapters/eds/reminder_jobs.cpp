@@ -1,5 +1,6 @@
 #include "adapters/eds/reminder_jobs.h"
 
+#include "adapters/eds/as_stored.h"
 #include "adapters/eds/item_move.h"
 #include "adapters/eds/wall_clock.h"
 
@@ -37,17 +38,6 @@ bool isSame(const Reminder& stored, Reminder wanted) {
     return wanted == stored;
 }
 
-// What the service made of it. It is saved by now, so what can't be read again is answered as it was written.
-Reminder asStored(CalendarClient& client, const Call& call, const Reminder& written) {
-    try {
-        const auto identifier = ItemIdentifier::parse(written.identifier);
-        auto stored = identifier ? readReminder(client, call, *identifier) : std::nullopt;
-        return stored ? std::move(*stored) : written;
-    } catch (const PlatformError&) {
-        return written;
-    }
-}
-
 } // namespace
 
 std::vector<Reminder> readReminders(CalendarClient& client, const Call& call) {
@@ -69,7 +59,7 @@ Reminder addReminder(CalendarClient& client, const Call& call, const Reminder& r
     client.requireWritable(call.cancellable());
     const auto object = CalendarObject::create(reminder, now());
     const auto uid = client.create(object, call.cancellable());
-    return asStored(client, call, described(object, uid, client.calendar().id));
+    return asStored(client, call, described(object, uid, client.calendar().id), &readReminder);
 }
 
 Reminder changeReminder(CalendarClient& client, const Call& call, const ItemIdentifier& identifier,
@@ -81,7 +71,7 @@ Reminder changeReminder(CalendarClient& client, const Call& call, const ItemIden
     object.change(reminder, now());
     stored = described(object, object.uid(), identifier.calendarID);
     client.write(object, 0, call.cancellable());
-    return asStored(client, call, stored);
+    return asStored(client, call, stored, &readReminder);
 }
 
 Reminder moveReminder(CalendarClient& client, Call& call, const ItemIdentifier& identifier, const Reminder& reminder,
@@ -95,7 +85,7 @@ Reminder moveReminder(CalendarClient& client, Call& call, const ItemIdentifier& 
     const auto remove = [&](GCancellable* cancellable) { client.remove(identifier.uid, cancellable); };
     const auto isDone = [&](GCancellable* cancellable) { return !client.object(identifier.uid, cancellable); };
     const auto uid = moveItem(targetClient, object, {remove, isDone}, call);
-    return asStored(targetClient, call, described(object, uid, target.id));
+    return asStored(targetClient, call, described(object, uid, target.id), &readReminder);
 }
 
 void removeReminder(CalendarClient& client, const Call& call, const ItemIdentifier& identifier) {

@@ -88,15 +88,17 @@ void ItemTable::extendCoverage() {
     while (row.step())
         due.emplace_back(row.column<int64_t>(0), row.column<int64_t>(1));
     for (const auto& [item, calendar] : due) {
+        std::optional<CalendarObject> series;
         try {
-            const auto series = object(item);
-            removeIndex(item);
-            writeCoverage(item, writeIndex(calendar, item, series));
+            series = object(item);
         } catch (const DatabaseError&) {
             throw;
         } catch (const PlatformError&) {
             // What can't be understood says so when it is asked for; it keeps nobody from the other items.
+            continue;
         }
+        removeIndex(item);
+        writeCoverage(item, writeIndex(calendar, item, *series));
     }
 }
 

@@ -22,8 +22,8 @@ struct ContactImport {
 // Contacts in one file of this computer, for a machine without an address book. Each call completes inline; another
 // process may read and write the same file meanwhile. What can happen to the file is told at SqliteEventStore.
 //
-// Contacts are kept as vCards, with an index of the beginnings of their names' words: for each word the first 1,000
-// words of a name count. When the user's language is another than before, the first call orders everything anew.
+// Contacts are kept as vCards, with an index of the words of their names, of which the first 1,000 of a name count.
+// When the user's language is another than before, the first call orders everything anew.
 class SqliteContactStore : public ContactStore {
 public:
     // `path` is absolute; missing folders are made, for the user alone.
