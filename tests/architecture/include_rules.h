@@ -21,6 +21,11 @@ inline const std::vector<Rule> rules{
     {"bridges", {"base", "platform", "policy", "bridges/common"}, {"standard", "fmt"}},
     // Confinement to a folder is done with the descriptors of POSIX, and on Linux with openat2.
     {"bridges/files", {"base", "platform", "policy", "bridges/common"}, {"standard", "fmt", "posix", "linux"}},
+    // The runner of scripts stands between the bridges whose applications are scripted and the port.
+    {"bridges/iwork",
+     {"base", "platform", "bridges/common", "bridges/files", "bridges/scripting"},
+     {"standard", "fmt"}},
+    {"bridges/music", {"base", "platform", "bridges/common", "bridges/scripting"}, {"standard", "fmt"}},
     {"server", {"base", "platform", "policy", "bridges"}, {"standard", "fmt", "posix", "libuv"}},
     {"adapters", {"base", "platform"}, {"standard", "fmt", "posix"}},
     {"adapters/curl", {"base", "platform"}, {"standard", "fmt", "posix", "curl"}},
@@ -36,6 +41,9 @@ inline const std::vector<Rule> rules{
     {"adapters/eds",
      {"base", "platform", "adapters/dbus", "adapters/ical", "adapters/vcard"},
      {"standard", "fmt", "posix", "glib", "eds"}},
+    // The language, and what an application brings along to be spoken to in it.
+    {"adapters/applescript", {"base", "platform"}, {"standard", "fmt", "icu"}},
+    {"adapters/libreoffice", {"base", "platform", "adapters/applescript"}, {"standard", "fmt", "posix"}},
     // The session bus, by GLib, for all who speak over it.
     {"adapters/dbus", {}, {"standard", "glib"}},
     {"adapters/glib", {"base", "platform"}, {"standard", "fmt", "posix", "glib"}},
