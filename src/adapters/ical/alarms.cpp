@@ -43,19 +43,19 @@ std::optional<Alarm> readAlarm(icalcomponent* alarm, const EventTime& start, con
     return Alarm{static_cast<double>(seconds)};
 }
 
-icaltriggertype triggerOf(const Alarm& alarm) {
-    icaltriggertype trigger{};
+ICalPointer<icalproperty> triggerOf(const Alarm& alarm) {
     if (const auto* date = std::get_if<Date>(&alarm.trigger)) {
-        trigger.time = icalTime(date->secondsSince1970, false);
-        trigger.time.zone = icaltimezone_get_utc_timezone();
-        return trigger;
+        auto property = makeTimeProperty(ICAL_TRIGGER_PROPERTY, {date->secondsSince1970, TimeForm::utc()});
+        icalproperty_set_parameter(property.get(), icalparameter_new_value(ICAL_VALUE_DATETIME));
+        return property;
     }
     const double seconds = std::round(std::get<double>(alarm.trigger));
     if (!(std::abs(seconds) <= std::numeric_limits<int>::max()))
         throw PlatformError("An alarm can't be that far from its event.");
+    icaltriggertype trigger{};
     trigger.time = icaltime_null_time();
     trigger.duration = icaldurationtype_from_int(static_cast<int>(seconds));
-    return trigger;
+    return ICalPointer<icalproperty>(icalproperty_new_trigger(trigger));
 }
 
 } // namespace
@@ -69,7 +69,7 @@ std::vector<Alarm> readAlarms(icalcomponent* component, const EventTime& start, 
 }
 
 void writeAlarms(icalcomponent* component, const std::vector<Alarm>& alarms) {
-    std::vector<icaltriggertype> triggers;
+    std::vector<ICalPointer<icalproperty>> triggers;
     for (const auto& alarm : alarms)
         triggers.push_back(triggerOf(alarm));
 
@@ -78,14 +78,11 @@ void writeAlarms(icalcomponent* component, const std::vector<Alarm>& alarms) {
         icalcomponent_free(former);
     }
     const std::string message = textOf(component, ICAL_SUMMARY_PROPERTY).value_or("Alarm");
-    for (const auto& trigger : triggers) {
+    for (auto& trigger : triggers) {
         auto* alarm = icalcomponent_new_valarm();
         icalcomponent_add_component(component, alarm);
         icalcomponent_add_property(alarm, icalproperty_new_action(ICAL_ACTION_DISPLAY));
-        auto* property = icalproperty_new_trigger(trigger);
-        if (!icaltime_is_null_time(trigger.time))
-            icalproperty_set_parameter(property, icalparameter_new_value(ICAL_VALUE_DATETIME));
-        icalcomponent_add_property(alarm, property);
+        addProperty(alarm, std::move(trigger));
         setText(alarm, ICAL_DESCRIPTION_PROPERTY, message);
     }
 }

@@ -12,6 +12,8 @@ struct ContentLine {
     std::string text;
     bool isRepaired = false; // it was not UTF-8
 
+    // Whether it has a name, parameters and a value as the standard's grammar wants them.
+    bool isWellFormed() const;
     // The name of the property, in upper case.
     std::string name() const;
     // The value, as far as a colon in a parameter's quotes does not count.

@@ -67,11 +67,13 @@ private:
             if (name == "END") --depth;
             if (name == "BEGIN" || name == "END" || !m_isTaken) continue;
             const ICalPointer<icalproperty> property(icalproperty_new_from_string(shield(line).c_str()));
-            if (property) continue;
+            if (property && line.isWellFormed()) continue;
             // An empty property says nothing, so nothing is lost with it.
             const bool isEmpty = line.text.find(':') != std::string::npos && line.value().empty();
             if (depth == 1 && isVital(name, m_component.kind) && !(isEmpty && name != "DTSTART"))
                 lose(fmt::format("Its {} in line {} can't be read.", name, line.number));
+            else if (property)
+                note(fmt::format("Line {} is kept, but it can't be read.", line.number));
             else if (depth > 1 && !isEmpty)
                 note(fmt::format("It was taken without line {}, a part of its alarm.", line.number));
             else if (!isEmpty)

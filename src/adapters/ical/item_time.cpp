@@ -128,11 +128,11 @@ std::optional<ItemTime> readTime(icalcomponent* component, icalproperty_kind kin
 }
 
 ICalPointer<icalproperty> makeTimeProperty(icalproperty_kind kind, const ItemTime& time) {
-    auto value = icalTime(time.local, time.form.isDate);
-    if (time.form.isUTC()) value.zone = icaltimezone_get_utc_timezone();
+    // By its text: libical writes the numbers of a year beyond 3000 as zeros.
+    const auto text = timeText(time.local, time.form);
     ICalPointer<icalproperty> property(icalproperty_new(kind));
-    icalproperty_set_value(property.get(),
-                           time.form.isDate ? icalvalue_new_date(value) : icalvalue_new_datetime(value));
+    const auto valueKind = time.form.isDate ? ICAL_DATE_VALUE : ICAL_DATETIME_VALUE;
+    icalproperty_set_value(property.get(), icalvalue_new_from_string(valueKind, text.c_str()));
     if (time.form.isDate) icalproperty_set_parameter(property.get(), icalparameter_new_value(ICAL_VALUE_DATE));
     if (!time.form.tzid.empty())
         icalproperty_set_parameter(property.get(), icalparameter_new_tzid(time.form.tzid.c_str()));

@@ -112,7 +112,7 @@ void setText(icalcomponent* component, icalproperty_kind kind, const std::option
 std::string componentText(icalcomponent* component) {
     const Buffer text(icalcomponent_as_ical_string_r(component));
     if (!text) throw PlatformError("The calendar item could not be written.");
-    return unshield(text.get());
+    return unshieldLines(text.get());
 }
 
 // By its text: libical's own copy loses values that it has no name for, such as STATUS:X-POSTPONED.

@@ -1,5 +1,7 @@
 #include "adapters/vcard/content_line.h"
 
+#include "base/line_folding.h"
+
 #include <algorithm>
 
 namespace bridge::vcard {
@@ -25,22 +27,6 @@ std::string writtenParameterValue(const std::string& value) {
     }
     const bool isPlain = !text.empty() && text.find_first_of(" ,;:=") == text.npos;
     return isPlain ? text : '"' + text + '"';
-}
-
-// At most 75 bytes a line (RFC 6350, 3.2), and no character cut in two.
-std::string folded(std::string_view line) {
-    constexpr size_t longest = 75;
-    std::string text;
-    size_t room = longest;
-    while (line.size() > room) {
-        size_t cut = room;
-        while (cut > 1 && (static_cast<unsigned char>(line[cut]) & 0xc0) == 0x80)
-            --cut;
-        text.append(line.substr(0, cut)).append("\r\n ");
-        line.remove_prefix(cut);
-        room = longest - 1;
-    }
-    return text.append(line).append("\r\n");
 }
 
 } // namespace

@@ -27,6 +27,21 @@ CalendarEvent only(const CalendarObject& object) {
 
 } // namespace
 
+TEST(SingleEvent, CanBeMovedIntoAnyYearThatHasFourDigits) {
+    for (const int64_t seconds : {int64_t{-62'000'000'000}, int64_t{32'600'000'000}, int64_t{200'000'000'000}}) {
+        CalendarEvent event;
+        event.title = "Far away";
+        event.startDate = Date{seconds};
+        event.endDate = Date{seconds + 3600};
+        event.alarms.push_back({Date{seconds - 60}});
+        const auto object = CalendarObject::parse(CalendarObject::create(event, now).text());
+        const auto read = object.describe(object.occurrence("").value());
+        EXPECT_EQ(read.startDate, event.startDate);
+        EXPECT_EQ(read.endDate, event.endDate);
+        EXPECT_EQ(read.alarms, event.alarms);
+    }
+}
+
 TEST(SingleEvent, ThatIsCreatedIsReadBackAsItWas) {
     const UserTimeZone berlin("Europe/Berlin");
     auto event = sowing();

@@ -130,6 +130,26 @@ TEST(EventText, OfAnotherProgramStaysAsItIs) {
     }
 }
 
+TEST(EventText, KeepsEscapesThatThereAreNot) {
+    const std::string given = R"(one \é two \" three \tab \: end\)";
+    const auto object =
+        CalendarObject::parse("BEGIN:VEVENT\nUID:1\nDTSTART:20260814T090000Z\nSUMMARY:" + given + "\nEND:VEVENT\n");
+    EXPECT_EQ(object.describe(object.occurrence("").value()).title, given);
+    EXPECT_THAT(object.text(), HasSubstr("SUMMARY:" + given + "\r\n"));
+}
+
+TEST(EventText, KeepsLinesThatBreakTheGrammar) {
+    for (const char* line : {"X-PLAN;:a", "NO COLON", "SUM MARY:a", "X-A;B=\"c:d", "X-A;B=c\"d\":e",
+                             ";;:", "X-A;B=^n^^^x:y", "UID;=x:\\;\\é,\\", "X-\\n"}) {
+        const auto object = CalendarObject::parse(std::string("BEGIN:VEVENT\nUID:1\nDTSTART:20260814T090000Z\n") +
+                                                  line + "\nSUMMARY:Sowing\nEND:VEVENT\n");
+        const auto text = object.text();
+        EXPECT_THAT(text, HasSubstr(std::string("\r\n") + line + "\r\n"));
+        EXPECT_EQ(CalendarObject::parse(text).text(), text) << line;
+        EXPECT_EQ(object.describe(object.occurrence("").value()).title, "Sowing") << line;
+    }
+}
+
 TEST(EventText, OfAURLIsKept) {
     CalendarEvent event;
     event.url = "https://example.org/a;b,c?d=\"e\"&f=\\g#ü";
