@@ -57,6 +57,20 @@ struct BufferDeleter {
 };
 using Buffer = std::unique_ptr<char, BufferDeleter>;
 
+// Without the folds, since libical sometimes makes one within a line's end.
+std::string unfoldedText(icalcomponent* component) {
+    const Buffer given(icalcomponent_as_ical_string_r(component));
+    if (!given) throw PlatformError("The calendar item could not be written.");
+    constexpr std::string_view fold = "\r\n ";
+    std::string_view rest = given.get();
+    std::string text;
+    for (size_t at = rest.find(fold); at != std::string_view::npos; at = rest.find(fold)) {
+        text += rest.substr(0, at);
+        rest.remove_prefix(at + fold.size());
+    }
+    return text.append(rest);
+}
+
 } // namespace
 
 std::string valueText(icalproperty* property) {
@@ -110,15 +124,12 @@ void setText(icalcomponent* component, icalproperty_kind kind, const std::option
 }
 
 std::string componentText(icalcomponent* component) {
-    const Buffer text(icalcomponent_as_ical_string_r(component));
-    if (!text) throw PlatformError("The calendar item could not be written.");
-    return unshieldLines(text.get());
+    return unshieldLines(unfoldedText(component));
 }
 
 // By its text: libical's own copy loses values that it has no name for, such as STATUS:X-POSTPONED.
 ICalPointer<icalcomponent> clone(icalcomponent* component) {
-    const Buffer text(icalcomponent_as_ical_string_r(component));
-    ICalPointer<icalcomponent> copy(text ? icalparser_parse_string(text.get()) : nullptr);
+    ICalPointer<icalcomponent> copy(icalparser_parse_string(unfoldedText(component).c_str()));
     if (!copy) throw PlatformError("The calendar item could not be written.");
     icalcomponent_strip_errors(copy.get());
     return copy;

@@ -115,19 +115,12 @@ std::string unshield(std::string text) {
 std::string unshieldLines(std::string_view text) {
     constexpr std::string_view lineEnd = "\r\n";
     std::string lines;
-    std::string line;
     while (!text.empty()) {
-        const auto part = text.substr(0, text.find(lineEnd));
-        line += part;
-        text.remove_prefix(std::min(part.size() + lineEnd.size(), text.size()));
-        if (text.starts_with(' ')) {
-            text.remove_prefix(1);
-            continue;
-        }
+        auto line = text.substr(0, text.find(lineEnd));
+        text.remove_prefix(std::min(line.size() + lineEnd.size(), text.size()));
         for (const auto prefix : {unknownName, wholeLine})
-            if (line.starts_with(prefix)) line.erase(0, prefix.size());
-        lines += folded(unshield(std::move(line)));
-        line.clear();
+            if (line.starts_with(prefix)) line.remove_prefix(prefix.size());
+        lines += folded(unshield(std::string(line)));
     }
     return lines;
 }

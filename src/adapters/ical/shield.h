@@ -19,7 +19,7 @@ std::string shieldEnds(std::string text);
 // The text of a value that comes out, as it was meant.
 std::string unshield(std::string text);
 
-// The same for the lines of an item.
+// The same for the lines of an item, which have no folds; they get them.
 std::string unshieldLines(std::string_view text);
 
 } // namespace bridge
