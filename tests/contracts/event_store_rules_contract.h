@@ -1,8 +1,8 @@
 #pragma once
 
-#include "tests/adapters/ical/rule_data.h"
 #include "tests/contracts/event_store_fixture.h"
 #include "tests/support/public_data.h"
+#include "tests/support/rule_data.h"
 
 // Recurrence rules and the times they must give.
 

@@ -1,6 +1,6 @@
 #include "tests/adapters/ical/calendar_text.h"
-#include "tests/adapters/ical/rule_data.h"
 #include "tests/support/public_data.h"
+#include "tests/support/rule_data.h"
 #include "tests/support/time_zone.h"
 
 #include <algorithm>
