@@ -11,14 +11,8 @@ namespace {
 constexpr int64_t maximumLimit = 500;
 
 std::string joinedNames(const Contact& contact) {
-    std::string joined;
-    for (const auto* name :
-         {&contact.givenName, &contact.middleName, &contact.familyName, &contact.nickname, &contact.organizationName}) {
-        if (name->empty()) continue;
-        if (!joined.empty()) joined += ' ';
-        joined += *name;
-    }
-    return joined;
+    return contact.givenName + ' ' + contact.middleName + ' ' + contact.familyName + ' ' + contact.nickname + ' ' +
+           contact.organizationName;
 }
 
 } // namespace

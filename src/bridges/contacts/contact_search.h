@@ -8,7 +8,8 @@ namespace bridge {
 std::string normalizedQuery(const SearchContactsRequest& request);
 
 // Whether a name of the contact holds the normalized query, anywhere: the given, middle and family name, the nickname
-// and the organization, one after the other with a space between those that there are.
+// and the organization, one after the other with a single space between each and the next. One that is empty has its
+// spaces too.
 bool nameContains(const Contact& contact, std::string_view normalizedQuery);
 
 // 1...500

@@ -56,6 +56,12 @@ TEST_F(CreateContact, LooksAtTheNameBeforeTheBirthday) {
     EXPECT_TRUE(store.calls.empty());
 }
 
+TEST_F(CreateContact, TakesTheTwentyNinthOfFebruaryWithoutAYear) {
+    const auto made = run(bridge.createContact({.givenName = "Ada", .birthday = ContactBirthday{{}, 2, 29}}));
+    EXPECT_EQ(made.birthday, (ContactBirthday{{}, 2, 29}));
+    EXPECT_EQ(stored(made.id).birthday, (Birthday{{}, 2, 29}));
+}
+
 TEST_F(CreateContact, MakesAnotherOfTheSameName) {
     EXPECT_NE(create({.givenName = "Ada"}), create({.givenName = "Ada"}));
     EXPECT_EQ(book.state().contacts.size(), 2u);

@@ -76,15 +76,25 @@ TEST_F(SearchContacts, InAGroupLooksAnywhereInAnyName) {
 }
 
 TEST_F(SearchContacts, InAGroupFindsNamesThatStandSideBySide) {
-    const auto group = book.putGroup(
-        "All", {book.put({.givenName = "Ada", .familyName = "Lovelace"}), book.put({.givenName = "Grace",
-                                                                                    .middleName = "Brewster",
-                                                                                    .familyName = "Hopper",
-                                                                                    .nickname = "Amazing Grace",
-                                                                                    .organizationName = "Navy"})});
-    EXPECT_EQ(search("ada lovelace", group), Names{"Ada"});
+    const auto group = book.putGroup("All", {book.put({.givenName = "Grace",
+                                                       .middleName = "Brewster",
+                                                       .familyName = "Hopper",
+                                                       .nickname = "Amazing Grace",
+                                                       .organizationName = "Navy"})});
     EXPECT_EQ(search("grace brewster hopper amazing grace navy", group), Names{"Grace"});
-    EXPECT_EQ(search("lovelace ada", group), Names());
+    EXPECT_EQ(search("ster hop", group), Names{"Grace"});
+    EXPECT_EQ(search("hopper grace", group), Names());
+    EXPECT_EQ(search("grace  brewster", group), Names());
+}
+
+// Names are five and the spaces between them four, whichever are empty.
+TEST_F(SearchContacts, InAGroupFindsAnEmptyNameBetweenTwoSpaces) {
+    const auto group =
+        book.putGroup("All", {book.put({.givenName = "Ada", .familyName = "Lovelace", .organizationName = "Engines"})});
+    EXPECT_EQ(search("ada  lovelace", group), Names{"Ada"});
+    EXPECT_EQ(search("lovelace  engines", group), Names{"Ada"});
+    EXPECT_EQ(search("ada  lovelace  engines", group), Names{"Ada"});
+    EXPECT_EQ(search("ada lovelace", group), Names());
 }
 
 TEST_F(SearchContacts, OfAnUnknownGroupIsNotFound) {
