@@ -17,6 +17,7 @@ public:
         std::vector<Contact> contacts;
         std::vector<ContactGroup> groups;
         std::map<std::string, std::vector<std::string>> members; // by group; a contact that is gone may be among them
+        std::map<std::string, std::string> otherIdentifiers;     // of contacts that are kept in several places
         int made = 0;
         bool operator==(const State&) const = default;
     };
@@ -34,13 +35,18 @@ public:
         return identifier;
     }
 
+    // From now on the contact goes by this identifier as well.
+    void alsoKnow(const std::string& contact, const std::string& identifier) {
+        m_state.otherIdentifiers[identifier] = contact;
+    }
+
     std::string description() const override { return "memory"; }
 
     Task<std::vector<Contact>> contacts(std::vector<std::string> identifiers) override {
         std::vector<Contact> found;
         std::set<std::string> seen;
         for (const auto& identifier : identifiers)
-            if (const auto* contact = find(m_state, identifier); contact && seen.insert(identifier).second)
+            if (const auto* contact = find(m_state, identifier); contact && seen.insert(contact->identifier).second)
                 found.push_back(*contact);
         co_return found;
     }
@@ -74,7 +80,9 @@ public:
 
 private:
     static Contact* find(State& state, const std::string& identifier) {
-        const auto found = std::ranges::find(state.contacts, identifier, &Contact::identifier);
+        const auto other = state.otherIdentifiers.find(identifier);
+        const auto& own = other == state.otherIdentifiers.end() ? identifier : other->second;
+        const auto found = std::ranges::find(state.contacts, own, &Contact::identifier);
         return found == state.contacts.end() ? nullptr : &*found;
     }
     static Contact& editable(State& state, const std::string& identifier) {
@@ -123,10 +131,9 @@ private:
         std::erase_if(state.groups, [&](const ContactGroup& each) { return each.identifier == change.identifier; });
     }
     void make(State& state, std::vector<std::string>&, AddGroupMember change) {
-        editable(state, change.contactIdentifier);
+        const auto& contact = editable(state, change.contactIdentifier).identifier;
         auto& members = membersOf(state, change.groupIdentifier);
-        if (std::ranges::find(members, change.contactIdentifier) == members.end())
-            members.push_back(std::move(change.contactIdentifier));
+        if (std::ranges::find(members, contact) == members.end()) members.push_back(contact);
     }
     void make(State& state, std::vector<std::string>&, RemoveGroupMember change) {
         std::erase(membersOf(state, change.groupIdentifier), change.contactIdentifier);

@@ -38,13 +38,16 @@ Task<> ContactDataBridge::deleteGroup(std::string identifier) {
 }
 
 Task<> ContactDataBridge::ensureAllExist(std::vector<std::string> contactIdentifiers) {
-    // All with one question: a hundred of them one by one would take an address book a second.
+    // All with one question: a hundred of them one by one would take an address book a second. Only what is not among
+    // the answers, unknown or a contact's other identifier, is asked for by itself.
     const auto contacts = co_await m_store.contacts(contactIdentifiers);
     std::set<std::string_view> existing;
     for (const auto& contact : contacts)
         existing.insert(contact.identifier);
     for (const auto& identifier : contactIdentifiers)
-        if (!existing.contains(identifier)) throw AppleBridgeError::resourceNotFound(identifier);
+        if (!existing.contains(identifier)) {
+            const auto fetched = co_await fetchContact(identifier);
+        }
 }
 
 Task<ContactGroupMembershipResult> ContactDataBridge::changeMembership(GroupMembershipChange change,

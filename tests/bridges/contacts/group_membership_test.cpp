@@ -101,6 +101,14 @@ TEST_F(GroupMembership, NamesTheFirstUnknownContactAndChangesNothing) {
     expectRefusal(group, {contacts[1], contacts[0], ""}, "Resource not found: ");
 }
 
+TEST_F(GroupMembership, KnowsContactsByAllTheirIdentifiers) {
+    const auto contacts = put(2);
+    book.alsoKnow(contacts[1], "other");
+    EXPECT_EQ(add({contacts[0], contacts[1], "other"}).contactIdentifiers.size(), 3u);
+    EXPECT_EQ(members(group), contacts);
+    expectRefusal(group, {"other", "nobody"}, "Resource not found: nobody");
+}
+
 TEST_F(GroupMembership, IsTheStoresToRefuse) {
     const auto contacts = put(1);
     const auto fixed = book.put({.givenName = "Fixed", .isEditable = false});
