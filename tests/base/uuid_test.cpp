@@ -42,5 +42,13 @@ TEST(UUID, IsRandomInEveryDigit) {
     }
 }
 
+TEST(UUID, OfATextIsTheSameForTheSameText) {
+    EXPECT_EQ(makeUUIDOf(""), "6C62272E-07BB-8142-A2B8-21756295C58D");
+    EXPECT_EQ(makeUUIDOf("foobar"), "343E1662-793C-84BF-AF0D-3597BA446F18");
+    std::set<std::string> seen;
+    for (int number = 0; number < 10'000; ++number)
+        EXPECT_TRUE(seen.insert(makeUUIDOf("contact " + std::to_string(number))).second);
+}
+
 } // namespace
 } // namespace bridge

@@ -36,6 +36,10 @@ std::optional<int64_t> ContactTable::findUID(std::string_view uid) const {
     return m_database.value<int64_t>("SELECT key FROM contact WHERE uid = ?", comparableUID(uid));
 }
 
+VCard ContactTable::card(int64_t key) const {
+    return VCard::parse(m_database.value<std::string>("SELECT text FROM contact WHERE key = ?", key).value_or(""));
+}
+
 ContactRow ContactTable::existing(std::string_view identifier) const {
     auto row = find(identifier);
     if (!row) throw PlatformError(fmt::format("There is no contact “{}” on this computer.", repairUTF8(identifier)));
@@ -55,17 +59,16 @@ ContactTable::Added ContactTable::add(const VCard& card) {
 
 void ContactTable::change(const Contact& wanted) {
     const auto before = existing(wanted.identifier);
-    const auto text = m_database.value<std::string>("SELECT text FROM contact WHERE key = ?", before.key).value_or("");
-    auto card = VCard::parse(text);
-    card.change(wanted);
-    const auto changed = card.text();
-    if (changed == text) return;
+    const auto stored = card(before.key);
+    auto changed = stored;
+    changed.change(wanted);
+    if (changed == stored) return;
 
-    const auto after = card.describe();
+    const auto after = changed.describe();
     const auto key = sortKeyOf(after);
     const auto words = nameWordsOf(after);
-    m_database.run("UPDATE contact SET sort_key = ?, summary = ?, text = ? WHERE key = ?", key, card.summary().text(),
-                   changed, before.key);
+    m_database.run("UPDATE contact SET sort_key = ?, summary = ?, text = ? WHERE key = ?", key,
+                   changed.summary().text(), changed.text(), before.key);
     const auto wordsBefore = nameWordsOf(before.contact);
     if (key == before.sortKey && words == wordsBefore) return;
     m_names.remove(before.key, before.sortKey, wordsBefore);

@@ -22,6 +22,7 @@ public:
 
     std::optional<ContactRow> find(std::string_view identifier) const;
     std::optional<int64_t> findUID(std::string_view uid) const;
+    VCard card(int64_t key) const;
     // Throws PlatformError when there is none.
     ContactRow existing(std::string_view identifier) const;
 

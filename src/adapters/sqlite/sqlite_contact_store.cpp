@@ -47,7 +47,11 @@ private:
     void addCard(const VCard& card) {
         if (const auto known = m_contacts.findUID(card.uid())) {
             m_keys.push_back(*known);
-            ++m_result.contactsKnown;
+            if (m_contacts.card(*known).saysTheSameAs(card))
+                ++m_result.contactsKnown;
+            else
+                m_result.problems.push_back({fmt::format("contact “{}”", card.formattedName()),
+                                             "It is here already, says something else, and stays as it is here."});
             return;
         }
         m_keys.push_back(m_contacts.add(card).key);
@@ -71,7 +75,8 @@ private:
                 ++missing;
         if (missing > 0)
             m_result.problems.push_back({fmt::format("group “{}”", group.name),
-                                         fmt::format("{} of its members are neither in the file nor here.", missing),
+                                         fmt::format("{} of its members {} neither in the file nor here.", missing,
+                                                     missing == 1 ? "is" : "are"),
                                          false});
     }
 

@@ -14,7 +14,7 @@ namespace bridge {
 // What came of a file, for the user to read.
 struct ContactImport {
     size_t contactsAdded = 0;
-    size_t contactsKnown = 0; // left as they are here, because their UID is here already
+    size_t contactsKnown = 0; // here already, by their UID, and saying the same
     size_t groupsAdded = 0;
     std::vector<VCardFileProblem> problems;
 };
@@ -37,7 +37,8 @@ public:
     Task<std::vector<std::string>> execute(std::vector<ContactChange> changes) override;
 
     // Takes in the contacts of a file, and its groups: into the group of that name where there is one. All in one
-    // transaction, whole or not at all. A contact whose UID is here already stays as it is here, and joins its groups.
+    // transaction, whole or not at all. A contact whose UID is here already stays as it is here, and joins its groups;
+    // where the file says something else of it, that is a problem.
     ContactImport importFile(VCardFile file);
 
 private:

@@ -50,6 +50,10 @@ std::string joinedNames(std::initializer_list<std::string> names) {
     return joined(present, " ");
 }
 
+ContentLine uidLine(const std::string& uid) {
+    return {"", "UID", {}, uid};
+}
+
 } // namespace
 
 VCard VCard::parse(std::string_view text) {
@@ -60,7 +64,7 @@ VCard VCard::parse(std::string_view text) {
 }
 
 VCard VCard::create(const Contact& contact) {
-    VCard card({});
+    VCard card({uidLine("urn:uuid:" + lowercase(makeUUID()))});
     card.change(contact);
     for (const auto& address : contact.postalAddresses)
         card.m_lines.push_back(addressLine(address));
@@ -68,16 +72,16 @@ VCard VCard::create(const Contact& contact) {
 }
 
 VCard::VCard(std::vector<ContentLine> lines) : m_lines(std::move(lines)) {
+    if (!find("FN")) findOrAdd("FN").value = escaped(ordinaryName());
     const auto* uid = find("UID");
     m_uid = uid ? unescaped(uid->value) : "";
     if (trim(m_uid).empty()) giveNewUID();
-    if (!find("FN")) findOrAdd("FN").value = escaped(ordinaryName());
 }
 
 void VCard::giveNewUID() {
-    m_uid = "urn:uuid:" + lowercase(makeUUID());
+    m_uid = "urn:uuid:" + lowercase(makeUUIDOf(content()));
     std::erase_if(m_lines, [](const auto& line) { return line.is("UID"); });
-    m_lines.insert(m_lines.begin(), {"", "UID", {}, m_uid});
+    m_lines.insert(m_lines.begin(), uidLine(m_uid));
 }
 
 std::string VCard::text() const {
@@ -85,6 +89,13 @@ std::string VCard::text() const {
     for (const auto& line : m_lines)
         text += written(line);
     return text += "END:VCARD\r\n";
+}
+
+std::string VCard::content() const {
+    std::string text;
+    for (const auto& line : m_lines)
+        if (!line.is("UID") && !line.is("REV") && !line.is("PRODID")) text += written(line);
+    return text;
 }
 
 Contact VCard::describe() const {

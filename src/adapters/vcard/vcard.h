@@ -17,7 +17,8 @@ public:
     static VCard parse(std::string_view text);
     // With a new UID and every field, postal addresses too; an image can't be made. The identifier does not matter.
     static VCard create(const Contact& contact);
-    // Of the lines between VERSION and END. A card without a UID or a formatted name gets one.
+    // Of the lines between VERSION and END. A card without a formatted name gets one, and a card without a UID one that
+    // is always the same for what it says.
     explicit VCard(std::vector<vcard::ContentLine> lines);
 
     std::string text() const; // a vCard that parse() takes
@@ -38,10 +39,13 @@ public:
     std::vector<std::string> members() const;
 
     bool operator==(const VCard& other) const { return m_lines == other.m_lines; }
+    // Whatever their UIDs, and when and by which program they were written.
+    bool saysTheSameAs(const VCard& other) const { return content() == other.content(); }
 
 private:
     Contact describeAllButNames() const;
     std::string ordinaryName() const;
+    std::string content() const;
     const vcard::ContentLine* find(std::string_view name) const;
     vcard::ContentLine& findOrAdd(std::string_view name);
     void set(std::string_view name, std::string value); // an empty value removes

@@ -23,10 +23,12 @@ public:
         VCard card(upgraded(written, faults));
         for (auto& fault : faults)
             m_file.problems.push_back({itemOf(card), std::move(fault), false});
-        if (card.isGroup())
-            m_groups.push_back(std::move(card));
-        else
+        if (!card.isGroup())
             addContact(std::move(card));
+        else if (trim(card.formattedName()).empty())
+            m_file.problems.push_back({itemOf(card), "It is a group without a name."});
+        else
+            m_groups.push_back(std::move(card));
     }
 
     VCardFile finish() {
@@ -40,24 +42,26 @@ public:
 private:
     std::string itemOf(const VCard& card) const {
         const auto name = card.formattedName();
-        return trim(name).empty() ? "contact " + std::to_string(m_number) : "contact “" + name + "”";
+        if (trim(name).empty()) return "contact " + std::to_string(m_number);
+        return (card.isGroup() ? "group “" : "contact “") + name + "”";
     }
 
     void addContact(VCard card) {
-        const auto [place, isNew] = m_places.emplace(comparableUID(card.uid()), m_file.cards.size());
-        if (!isNew) {
-            if (m_file.cards[place->second] == card) return;
+        if (const auto same = m_places.find(comparableUID(card.uid())); same != m_places.end()) {
+            if (m_file.cards[same->second].saysTheSameAs(card)) return;
+            card.giveNewUID();
+            if (m_places.contains(comparableUID(card.uid()))) return;
             m_file.problems.push_back(
                 {itemOf(card), "Another contact of the file has the same UID, so this one got a new one.", false});
-            card.giveNewUID();
         }
+        m_places.emplace(comparableUID(card.uid()), m_file.cards.size());
         for (const auto& category : card.categories())
             m_categories[category].push_back(m_file.cards.size());
         m_file.cards.push_back(std::move(card));
     }
 
     void addGroup(const VCard& card) {
-        VCardGroup group{card.formattedName(), {}, {}};
+        VCardGroup group{std::string(trim(card.formattedName())), {}, {}};
         std::map<std::string, bool> seen;
         for (const auto& member : card.members()) {
             auto uid = comparableUID(member);

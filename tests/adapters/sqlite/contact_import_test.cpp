@@ -48,12 +48,50 @@ TEST_F(ContactImportTest, LeavesWhatIsHereAsItIs) {
     const auto result = importContacts(store, card("UID:1\nN:;Adelaide;;;\nCATEGORIES:Friends,Work\n") +
                                                   card("UID:2\nN:;Bob;;;\nCATEGORIES:Friends\n"));
     EXPECT_EQ(result.contactsAdded, 1u);
-    EXPECT_EQ(result.contactsKnown, 1u);
+    EXPECT_EQ(result.contactsKnown, 0u);
+    ASSERT_EQ(result.problems.size(), 1u);
+    EXPECT_EQ(result.problems[0].item, "contact “Adelaide”");
+    EXPECT_THAT(result.problems[0].reason, HasSubstr("here already"));
+    EXPECT_TRUE(result.problems[0].isLost);
     EXPECT_EQ(result.groupsAdded, 1u);
     EXPECT_EQ(names(), (std::vector<std::string>{"Ada", "Bob"}));
     ASSERT_EQ(groups().size(), 2u);
     EXPECT_EQ(names(ContactsInGroup{groups()[0].identifier}), (std::vector<std::string>{"Ada", "Bob"}));
     EXPECT_EQ(names(ContactsInGroup{groups()[1].identifier}), std::vector<std::string>{"Ada"});
+}
+
+TEST_F(ContactImportTest, TakesAFileThatComesAgainOnce) {
+    const auto file = card("UID:1\nN:;Ada;;;\nCATEGORIES:Friends\nREV:20260101T000000Z\n") +
+                      card("UID:1\nN:;Bea;;;\n") + card("N:;Cleo;;;\nTEL:1\n") + card("EMAIL:d@example.com\n");
+    EXPECT_EQ(importContacts(store, file).contactsAdded, 4u);
+    // As a program writes it that knows the same of them a year later.
+    auto later = file;
+    later.replace(later.find("2026"), 4, "2027");
+    for (const auto& again : {file, later}) {
+        const auto result = importContacts(store, again);
+        EXPECT_EQ(result.contactsAdded, 0u);
+        EXPECT_EQ(result.contactsKnown, 4u);
+        EXPECT_EQ(result.groupsAdded, 0u);
+    }
+    EXPECT_EQ(names().size(), 4u);
+}
+
+TEST_F(ContactImportTest, KnowsContactsThatWereChangedHere) {
+    const auto file = card("N:;Ada;;;\n");
+    importContacts(store, file);
+    auto ada = Contact{};
+    loop.runUntilDone(store.enumerate(AllContacts{}, [&ada](const Contact& each) {
+        ada = each;
+        return true;
+    }));
+    ada.nickname = "Countess";
+    std::vector<ContactChange> changes{UpdateContact{ada}};
+    loop.runUntilDone(store.execute(std::move(changes)));
+    const auto result = importContacts(store, file);
+    EXPECT_EQ(result.contactsAdded, 0u);
+    ASSERT_EQ(result.problems.size(), 1u);
+    EXPECT_TRUE(result.problems[0].isLost);
+    EXPECT_EQ(names().size(), 1u);
 }
 
 TEST_F(ContactImportTest, FindsMembersOfGroupsInTheFileAndHere) {
@@ -68,7 +106,7 @@ TEST_F(ContactImportTest, FindsMembersOfGroupsInTheFileAndHere) {
     EXPECT_EQ(names().size(), 2u);
     ASSERT_EQ(result.problems.size(), 1u);
     EXPECT_EQ(result.problems[0].item, "group “Crew”");
-    EXPECT_THAT(result.problems[0].reason, HasSubstr("1 of its members"));
+    EXPECT_THAT(result.problems[0].reason, HasSubstr("1 of its members is neither"));
 }
 
 TEST_F(ContactImportTest, ReportsWhatTheFileLacks) {

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <set>
 
 namespace bridge {
 namespace {
@@ -88,6 +89,20 @@ TEST(VCardFile, TakesEqualCardsOnceAndGivesOthersTheirOwnUID) {
     EXPECT_FALSE(file.problems[0].isLost);
 }
 
+TEST(VCardFile, GivesTheSameUIDsWheneverItIsRead) {
+    const auto text = card("FN:A\n") + card("UID:1\nFN:B\n") + card("UID:1\nFN:C\n") + card("UID: \nFN:D\n") +
+                      card("FN:A\n") + card("FN:A\nREV:20260101T000000Z\n") + card("UID:1\nFN:C\n");
+    const auto first = readVCardFile(text);
+    const auto again = readVCardFile(text);
+    ASSERT_EQ(first.cards.size(), 4u);
+    std::set<std::string> different;
+    for (size_t index = 0; index < first.cards.size(); ++index) {
+        EXPECT_EQ(again.cards[index].uid(), first.cards[index].uid());
+        different.insert(first.cards[index].uid());
+    }
+    EXPECT_EQ(different.size(), 4u);
+}
+
 TEST(VCardFile, MakesGroupsOfCategories) {
     const auto file =
         readVCardFile(card("FN:A\nCATEGORIES:Work,Family\n") + card("FN:B\nCATEGORIES:Family, Family ,\n"));
@@ -112,6 +127,16 @@ TEST(VCardFile, KnowsCardsThatAreGroups) {
     EXPECT_EQ(file.groups[0].otherMembers, (std::vector<std::string>{"mailto:x@example.org", "other"}));
     EXPECT_EQ(file.groups[1].name, "Crew");
     EXPECT_EQ(file.groups[1].members, std::vector<size_t>{0});
+}
+
+TEST(VCardFile, ReportsGroupsWithoutAName) {
+    const auto file = readVCardFile(card("FN:A\n") + card("KIND:group\nFN: \n") + card("KIND:group\nFN: Crew \n"));
+    ASSERT_EQ(file.groups.size(), 1u);
+    EXPECT_EQ(file.groups[0].name, "Crew");
+    ASSERT_EQ(file.problems.size(), 1u);
+    EXPECT_EQ(file.problems[0].item, "contact 2");
+    EXPECT_EQ(file.problems[0].reason, "It is a group without a name.");
+    EXPECT_TRUE(file.problems[0].isLost);
 }
 
 TEST(VCardFile, SurvivesBytesThatMeanHarm) {
