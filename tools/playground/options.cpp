@@ -14,7 +14,8 @@ const char* const usage = R"(./try            run the bridge on sample data, tou
   --permission SERVICE=STATE              calendar, reminders, contacts, music or location, and one of notDetermined,
                                           denied, restricted, writeOnly, limited, fullAccess, unavailable, unknown, as far as
                                           the service has such a state; may be repeated (default: fullAccess)
-  --import FILE                           take the calendars of an iCalendar file too; may be repeated
+  --import FILE                           take the calendars of an iCalendar file too, or the contacts of a vCard file;
+                                          may be repeated
   --unpaired                              leave the bridge without a credential
 )";
 

@@ -1,6 +1,7 @@
 #include "profile.h"
 
 #include "adapters/jsonfile/consent_file.h"
+#include "app/import/file_import.h"
 #include "app/import/import_report.h"
 #include "sample_calendars.h"
 #include "sample_data.h"
@@ -35,13 +36,24 @@ void answerForTheUser(ConsentFile& consent, const Options& options) {
         consent.setStatus(service, status);
 }
 
-// Into the file that the bridge uses, as the user's own tools do.
-void fillCalendars(EventLoop& loop, Platform& platform, const std::string& path, bool isNew,
-                   const std::vector<std::string>& imports) {
-    SqliteEventStore store(path, *platform.clock);
-    if (isNew) loop.runUntilDone(makeSampleCalendars(store, platform.clock->now()));
+// Whether a file is there that the bridge makes when it first needs it.
+struct PresentFiles {
+    explicit PresentFiles(const std::filesystem::path& folder)
+        : calendars(std::filesystem::exists(folder / profile::calendars)),
+          contacts(std::filesystem::exists(folder / profile::contacts)) {}
+
+    bool calendars;
+    bool contacts;
+};
+
+// Into the files that the bridge uses, as the user's own tools do.
+void fillStores(EventLoop& loop, Platform& platform, const std::filesystem::path& folder, const PresentFiles& present,
+                const std::vector<std::string>& imports) {
+    SqliteEventStore calendars(folder / profile::calendars, *platform.clock);
+    SqliteContactStore contacts(folder / profile::contacts, *platform.clock);
+    if (!present.calendars) loop.runUntilDone(makeSampleCalendars(calendars, platform.clock->now()));
     for (const auto& name : imports) {
-        const auto file = loop.runUntilDone(importCalendarFile(store, name, [](const std::string&) {}));
+        const auto file = loop.runUntilDone(importFile({calendars, contacts}, name, [](const std::string&) {}));
         std::fputs(describe(file).c_str(), stderr);
         if (file.failure) throw std::runtime_error(name + " could not be imported.");
     }
@@ -88,14 +100,13 @@ Profile::~Profile() {
 
 std::string prepare(EventLoop& loop, BridgeModel& model, Platform& platform, const Options& options,
                     const std::filesystem::path& folder) {
-    const auto calendars = folder / profile::calendars;
-    const bool hasCalendars = std::filesystem::exists(calendars); // asked before the bridge makes them
+    const PresentFiles present(folder); // asked before the bridge makes them
     // First of all: when the port is taken, another bridge may be using this very profile.
     loop.runUntilDone(model.start());
     if (const auto* failure = std::get_if<ServerFailed>(&model.httpServer.state.get()))
         throw std::runtime_error(failure->message);
 
-    fillCalendars(loop, platform, calendars, !hasCalendars, options.imports);
+    fillStores(loop, platform, folder, present, options.imports);
     auto& consent = dynamic_cast<ConsentFile&>(*platform.authorization);
     authorizeCalendars(loop, model.dataBridge, consent, options);
     answerForTheUser(consent, options);

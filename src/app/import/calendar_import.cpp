@@ -1,6 +1,5 @@
 #include "app/import/calendar_import.h"
 
-#include "app/import/input_file.h"
 #include "base/text.h"
 
 #include <algorithm>
@@ -51,9 +50,11 @@ std::vector<FilledCalendar> calendarsOf(std::vector<CalendarObject> objects) {
     return calendars;
 }
 
-Task<std::vector<ImportedCalendar>> importAll(SqliteEventStore& store, std::string title,
-                                              std::vector<CalendarObject> objects) {
-    auto calendars = calendarsOf(std::move(objects));
+} // namespace
+
+Task<std::vector<ImportedCalendar>> importCalendars(SqliteEventStore& store, CalendarFile file, std::string name) {
+    const auto title = titleFor(file, name);
+    auto calendars = calendarsOf(std::move(file.objects));
     const auto account = co_await accountOnThisComputer(store);
     for (auto& each : calendars) {
         const auto present = co_await store.calendars(each.calendar.entityType);
@@ -64,24 +65,6 @@ Task<std::vector<ImportedCalendar>> importAll(SqliteEventStore& store, std::stri
     std::vector<ImportedCalendar> imported;
     for (size_t index = 0; index < added.size(); ++index)
         imported.push_back({added[index], calendars[index].objects.size()});
-    co_return imported;
-}
-
-} // namespace
-
-Task<ImportedFile> importCalendarFile(SqliteEventStore& store, std::string name, ImportProgress progress) {
-    ImportedFile imported;
-    imported.name = name;
-    try {
-        progress("Reading " + name);
-        auto file = readCalendarFile(readInputFile(name));
-        imported.problems = std::move(file.problems);
-        progress("Saving " + std::to_string(file.objects.size()) + " items of " + name);
-        auto importing = importAll(store, titleFor(file, name), std::move(file.objects));
-        imported.calendars = co_await std::move(importing);
-    } catch (const PlatformError& error) {
-        imported.failure = error.what();
-    }
     co_return imported;
 }
 

@@ -4,28 +4,34 @@
 
 namespace bridge {
 
-const char* const importUsage = "Usage: brindlefox-import [--profile DIR] [--] FILE.ics...\n"
+const char* const importUsage = "Usage: brindlefox-import [--profile DIR] [--] FILE...\n"
                                 "       brindlefox-import --help\n";
 
 const char* const importHelp = R"(NAME
-  brindlefox-import - take iCalendar files into the calendars of Brindlefox Apple Bridge
+  brindlefox-import - take calendars and contacts into Brindlefox Apple Bridge
 
 SYNOPSIS
-  brindlefox-import [--profile DIR] [--] FILE.ics...
+  brindlefox-import [--profile DIR] [--] FILE...
 
 DESCRIPTION
-  Each FILE goes into the bridge's own calendars on this computer, its events as a new calendar and its tasks as a
-  new reminder list. They are called as the file says (X-WR-CALNAME), or else as the file is called. Nothing that is
-  there already is changed: when there is a calendar of that name, the new one gets a number, and a file that is taken
-  twice is there twice. "-" is standard input.
+  Each FILE is an iCalendar file (.ics) or a vCard file (.vcf, of version 2.1, 3.0 or 4.0), whichever its content says,
+  and goes into the bridge's own calendars or contacts on this computer. "-" is standard input.
 
-  An item is taken whole, with everything that other programs have put into it, or is left out; the report names each
-  one that was left out, and why. A file is taken in one piece or not at all; the others still are. The bridge may be
-  running meanwhile.
+  Calendars: events become a new calendar and tasks a new reminder list. They are called as the file says
+  (X-WR-CALNAME), or else as the file is called. When there is a calendar of that name, the new one gets a number, and
+  a file that is taken twice is there twice. New calendars are not open to the agent until the user allows it.
 
-  Where the desktop has calendars of its own (Evolution Data Server), the bridge shows those instead; a line says so.
+  Contacts: each card becomes a contact. Its CATEGORIES, and cards that are groups themselves (KIND:group), become
+  groups, or add to the group of that name that is there. A file that is taken twice is there once: a contact that is
+  here already is told by its UID, or, where a card has none, by its whole content. It stays as it is here and joins
+  its groups; where the file says something else of it, the report names it.
 
-  New calendars are not open to the agent until the user allows it.
+  Nothing that is there already is changed otherwise. An item is taken whole, with everything that other programs have
+  put into it, or without a part that is broken, or is left out; the report names each one that was left out or is not
+  whole, and why. A file is taken in one piece or not at all; the others still are. The bridge may be running meanwhile.
+
+  Where the desktop has calendars or contacts of its own (Evolution Data Server), the bridge shows those instead; a line
+  says so.
 
 OPTIONS
   --profile DIR   a profile in another folder, which must exist
@@ -33,14 +39,14 @@ OPTIONS
 
 EXIT STATUS
   0   everything was taken
-  1   something was left out; the report says what
+  1   something was left out or is not whole; the report says what
   2   the command line could not be understood
 
 FILES
-  $XDG_DATA_HOME/brindlefox-apple-bridge/calendars.db, or below ~/.local/share
+  calendars.db and contacts.db in $XDG_DATA_HOME/brindlefox-apple-bridge, or below ~/.local/share
 
 EXAMPLES
-  brindlefox-import ~/Downloads/holidays.ics
+  brindlefox-import ~/Downloads/holidays.ics ~/Downloads/contacts.vcf
   curl -s https://example.com/club.ics | brindlefox-import -
 )";
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/import/calendar_import.h"
+#include "app/import/imported_file.h"
 
 namespace bridge {
 

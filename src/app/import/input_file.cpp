@@ -14,7 +14,7 @@ namespace {
 constexpr size_t largest = 256 << 20;
 
 [[noreturn]] void failTooLarge() {
-    throw PlatformError("It is larger than 256 MB, which no calendar is.");
+    throw PlatformError("It is larger than 256 MB, more than can be taken at once.");
 }
 
 std::string reason(int code) {

@@ -1,4 +1,5 @@
 #include "adapters/posix/system_clock.h"
+#include "app/import/file_import.h"
 #include "app/import/import_options.h"
 #include "app/import/import_report.h"
 #include "app/platform.h"
@@ -22,30 +23,32 @@ void endProgress() {
     if (isatty(STDERR_FILENO)) fmt::print(stderr, "\r\x1b[K");
 }
 
-// What is imported is taken all the same: it shows whenever the desktop has no calendars of its own.
-void mentionTheDesktop(EventLoop& loop) {
-    if (const auto service = openCalendarService(loop))
-        fmt::print("Note: on this desktop the bridge shows the calendars of {} instead.\n", service->description());
+// What is imported is taken all the same: it shows whenever the desktop has none of its own.
+template <typename Service> void mention(const char* kind, const std::unique_ptr<Service>& service) {
+    if (service)
+        fmt::print("Note: on this desktop the bridge shows the {} of {} instead.\n", kind, service->description());
 }
 
-std::string storePath(const ImportOptions& options) {
-    const auto folder = options.profile ? std::filesystem::absolute(*options.profile).string() : userProfileFolder();
-    return folder + "/" + profile::calendars;
+void mentionTheDesktop(EventLoop& loop, const std::vector<ImportedFile>& files) {
+    const auto haveSome = [&](FileKind kind) { return std::ranges::count(files, kind, &ImportedFile::kind) > 0; };
+    if (haveSome(FileKind::calendar)) mention("calendars", openCalendarService(loop));
 }
 
 int importFiles(const ImportOptions& options) {
+    const auto folder = options.profile ? std::filesystem::absolute(*options.profile).string() : userProfileFolder();
     EventLoop loop;
     const SystemClock clock;
-    SqliteEventStore store(storePath(options), clock);
+    SqliteEventStore calendars(folder + "/" + profile::calendars, clock);
+    SqliteContactStore contacts(folder + "/" + profile::contacts, clock);
     std::vector<ImportedFile> files;
     for (const auto& name : options.files) {
-        files.push_back(loop.runUntilDone(importCalendarFile(store, name, showProgress)));
+        files.push_back(loop.runUntilDone(importFile({calendars, contacts}, name, showProgress)));
         endProgress();
         fmt::print("{}", describe(files.back()));
         std::fflush(stdout);
     }
     fmt::print("{}", summarize(files));
-    if (!options.profile) mentionTheDesktop(loop);
+    if (!options.profile) mentionTheDesktop(loop, files);
     return std::ranges::all_of(files, &ImportedFile::isWhole) ? 0 : 1;
 }
 

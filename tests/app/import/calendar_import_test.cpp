@@ -74,27 +74,6 @@ TEST(CalendarImport, LeavesEarlierImportsAlone) {
     EXPECT_EQ(site.events(second).size(), 1u);
 }
 
-TEST(CalendarImport, TakesNothingOfAFileThatIsNoCalendar) {
-    ImportSite site;
-    const auto before = site.calendars(EntityType::event);
-    for (const std::string text : {"", "Dear Ada,\n", "\x89PNG\r\n\x1a\n", "{\"a\":1}", "<html></html>"}) {
-        const auto file = site.takeText("Letter.ics", text);
-        EXPECT_TRUE(file.failure) << text;
-        EXPECT_FALSE(file.isWhole());
-        EXPECT_TRUE(file.calendars.empty());
-    }
-    EXPECT_EQ(site.calendars(EntityType::event), before);
-}
-
-TEST(CalendarImport, SaysWhyAFileCanNotBeRead) {
-    ImportSite site;
-    EXPECT_EQ(site.take(site.folder.file("missing.ics")).failure, "No such file or directory.");
-    EXPECT_EQ(site.take(site.folder.path()).failure, "It is a folder.");
-    putFile(site.folder / "huge.ics", "");
-    std::filesystem::resize_file(site.folder / "huge.ics", (size_t{256} << 20) + 1);
-    EXPECT_EQ(site.take(site.folder.file("huge.ics")).failure, "It is larger than 256 MB, which no calendar is.");
-}
-
 TEST(CalendarImport, LeavesOutWhatIsBrokenAndSaysSo) {
     ImportSite site;
     const std::string broken = "BEGIN:VEVENT\r\nUID:broken\r\nSUMMARY:Broken\r\nDTSTART:yesterday\r\nEND:VEVENT\r\n";
