@@ -4,6 +4,7 @@
 #include "app/import/file_import.h"
 #include "app/import/import_report.h"
 #include "sample_calendars.h"
+#include "sample_contacts.h"
 #include "sample_data.h"
 #include "tools/agent_server/stand_in_agent_server.h"
 
@@ -52,6 +53,7 @@ void fillStores(EventLoop& loop, Platform& platform, const std::filesystem::path
     SqliteEventStore calendars(folder / profile::calendars, *platform.clock);
     SqliteContactStore contacts(folder / profile::contacts, *platform.clock);
     if (!present.calendars) loop.runUntilDone(makeSampleCalendars(calendars, platform.clock->now()));
+    if (!present.contacts) makeSampleContacts(contacts);
     for (const auto& name : imports) {
         const auto file = loop.runUntilDone(importFile({calendars, contacts}, name, [](const std::string&) {}));
         std::fputs(describe(file).c_str(), stderr);

@@ -22,8 +22,9 @@ private:
     bool m_isKept;
 };
 
-// Does in the model what the options say that the user has done: switches, sample folder, calendars, pairing. The
-// bridge serves. Returns the credential, "" when unpaired. Throws std::runtime_error when the server does not come up.
+// Does in the model what the options say that the user has done: switches, sample folder, calendars, contacts, pairing.
+// The bridge serves. Returns the credential, "" when unpaired. Throws std::runtime_error when the server does not come
+// up.
 std::string prepare(EventLoop& loop, BridgeModel& model, Platform& platform, const Options& options,
                     const std::filesystem::path& folder);
 

@@ -76,7 +76,7 @@ std::string shortened(std::string text) {
 struct Outcome {
     std::string code; // of the error; empty for success
     std::string summary;
-    std::string id; // the result's, where it has one
+    std::string id; // the result's or, of a list, its first record's, where it has one
 };
 
 Outcome outcomeOf(const HTTPResponse& response) {
@@ -84,7 +84,9 @@ Outcome outcomeOf(const HTTPResponse& response) {
     const auto& members = *envelope.object();
     if (const auto result = members.find("result"); result != members.end()) {
         Outcome outcome{"", writeJSON(result->second), ""};
-        if (const auto* record = result->second.object())
+        const auto* list = result->second.array();
+        const auto& first = list && !list->empty() ? list->front() : result->second;
+        if (const auto* record = first.object())
             if (const auto id = record->find("id"); id != record->end() && id->second.string())
                 outcome.id = *id->second.string();
         return outcome;

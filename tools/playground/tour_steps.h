@@ -4,8 +4,9 @@
 
 namespace bridge::playground {
 
-// A text "$name" in a payload stands for a value: the tour's own, or the id that an earlier step's result had, under
-// the name that the step kept it by. `code` is what the answer's error must be; empty for success.
+// A text "$name" in a payload stands for a value: the tour's own, or the id that an earlier step's result had, or
+// the first record of its list, under the name that the step kept it by. `code` is what the answer's error must be;
+// empty for success.
 struct Step {
     const char* operation;
     const char* payload = nullptr;
