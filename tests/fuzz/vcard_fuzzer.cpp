@@ -43,6 +43,7 @@ void check(const VCard& card) {
 
 void fuzz(std::string_view input) {
     const auto file = read(input);
+    must(read(input).cards == file.cards);
     for (const auto& card : file.cards)
         check(card);
     for (const auto& group : file.groups)
