@@ -1,5 +1,6 @@
 #include "base/text.h"
 
+#include <algorithm>
 #include <memory>
 #include <simdjson.h>
 #include <stdexcept>
@@ -100,9 +101,9 @@ std::string uppercase(std::string_view text) {
     return fromICU(toICU(text).toUpper(icu::Locale::getRoot()));
 }
 
-size_t graphemeCount(std::string_view text) {
+size_t graphemeCount(std::string_view text, size_t most) {
     // A carriage return with its line feed is one character, so only ASCII without one counts by bytes.
-    if (isASCII(text) && text.find('\r') == std::string_view::npos) return text.size();
+    if (isASCII(text) && text.find('\r') == std::string_view::npos) return std::min(text.size(), most);
     UErrorCode code = U_ZERO_ERROR;
     const std::unique_ptr<icu::BreakIterator> iterator(
         icu::BreakIterator::createCharacterInstance(icu::Locale::getDefault(), code));
@@ -110,7 +111,7 @@ size_t graphemeCount(std::string_view text) {
     const auto characters = toICU(text);
     iterator->setText(characters);
     size_t count = 0;
-    while (iterator->next() != icu::BreakIterator::DONE)
+    while (count < most && iterator->next() != icu::BreakIterator::DONE)
         ++count;
     return count;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -21,8 +23,8 @@ std::string fold(std::string_view text);
 std::string lowercase(std::string_view text);
 std::string uppercase(std::string_view text);
 
-// User-perceived characters: extended grapheme clusters.
-size_t graphemeCount(std::string_view text);
+// User-perceived characters: extended grapheme clusters. Counts no further than `most`.
+size_t graphemeCount(std::string_view text, size_t most = SIZE_MAX);
 
 // A byte string that orders as the text does for the user's locale without regard to case: compare keys, not texts,
 // when sorting many. Equal keys mean equal for the user.

@@ -145,6 +145,16 @@ TEST(Graphemes, CountLongTextsWhole) {
     EXPECT_EQ(graphemeCount(marks), 1u);
 }
 
+TEST(Graphemes, AreCountedNoFurtherThanAsked) {
+    EXPECT_EQ(graphemeCount("abc", 2), 2u);
+    EXPECT_EQ(graphemeCount("abc", 3), 3u);
+    EXPECT_EQ(graphemeCount("äöü", 2), 2u);
+    EXPECT_EQ(graphemeCount("äöü", 3), 3u);
+    EXPECT_EQ(graphemeCount("äöü", 4), 3u);
+    EXPECT_EQ(graphemeCount("\r\n\r\n", 1), 1u);
+    EXPECT_EQ(graphemeCount("ä", 0), 0u);
+}
+
 std::vector<std::string> sorted(std::vector<std::string> texts) {
     std::stable_sort(texts.begin(), texts.end(),
                      [](const auto& left, const auto& right) { return sortKey(left) < sortKey(right); });
