@@ -24,6 +24,12 @@ template <typename Action> auto whilePathsChange(Action action) {
     }
 }
 
+bool isThere(const OpenRoot& root, const ConfinedPath& path) {
+    if (path.isRoot()) return true;
+    const auto entry = openParent(root, path);
+    return entry && examine(*entry, path.requested).has_value();
+}
+
 Overwrite overwriteIf(bool wanted) {
     return wanted ? Overwrite::yes : Overwrite::no;
 }
@@ -73,19 +79,32 @@ void FileDataBridge::refreshBookmark(const std::string& rootID, const ResolvedBo
 
 bool FileDataBridge::fileExists(const std::string& rootID, const std::string& requested) {
     return withAuthorizedRoot(rootID, [&](const OpenRoot& root) {
-        return whilePathsChange([&] {
-            const auto path = resolveConfinedPath(root.path, requested, PathMayBeMissing::yes);
-            if (path.isRoot()) return true;
-            const auto entry = openParent(root, path);
-            return entry && examine(*entry, requested).has_value();
-        });
+        return whilePathsChange(
+            [&] { return isThere(root, resolveConfinedPath(root.path, requested, PathMayBeMissing::yes)); });
     });
 }
 
 std::string FileDataBridge::confinedURL(const std::string& rootID, const std::string& requested,
                                         PathMayBeMissing mayBeMissing) {
     return withAuthorizedRoot(rootID, [&](const OpenRoot& root) {
-        return appendToPath(root.path, resolveConfinedPath(root.path, requested, mayBeMissing).relative());
+        return whilePathsChange([&] {
+            const auto path = resolveConfinedPath(root.path, requested, mayBeMissing);
+            // Also for what may be missing: no link may stand in the way.
+            if (!isThere(root, path) && mayBeMissing == PathMayBeMissing::no)
+                throw AppleBridgeError::resourceNotFound(requested);
+            return appendToPath(root.path, path.relative());
+        });
+    });
+}
+
+std::string FileDataBridge::makeWayTo(const std::string& rootID, const std::string& requested) {
+    return withAuthorizedRoot(rootID, [&](const OpenRoot& root) {
+        return whilePathsChange([&] {
+            const auto path = resolveConfinedPath(root.path, requested, PathMayBeMissing::yes);
+            if (path.isRoot()) throw AppleBridgeError::unsafePath(requested);
+            examine(makeParent(root, path), requested);
+            return appendToPath(root.path, path.relative());
+        });
     });
 }
 

@@ -44,8 +44,10 @@ public:
 
     // Whether anything is at the path.
     bool fileExists(const std::string& rootID, const std::string& path);
-    // The absolute path. For handing to another program, which then goes there by itself.
+    // The absolute path, free of links. For handing to another program, which then goes there by itself.
     std::string confinedURL(const std::string& rootID, const std::string& path, PathMayBeMissing mayBeMissing);
+    // The same for something new, once the missing folders on the way to it are made.
+    std::string makeWayTo(const std::string& rootID, const std::string& path);
 
     std::vector<AuthorizedFileRootDescriptor> authorizedRoots() const { return roots.get(); }
 

@@ -84,6 +84,8 @@ protected:
             attempt([&] { check(read(folder + "/note.txt")); });
             attempt([&] { check(read(folder + "/deep/note.txt")); });
             attempt([&] { EXPECT_FALSE(files.fileExists(rootID, folder + "/only outside.txt")); });
+            attempt([&] { files.confinedURL(rootID, folder + "/note.txt", PathMayBeMissing::no); });
+            attempt([&] { files.makeWayTo(rootID, folder + "/way " + own + "/x/new.txt"); });
             attempt([&] { check(createDirectory(folder + "/made " + own + "/x/y")); });
             attempt([&] { check(move(folder + "/a.txt", folder + "/b.txt", true)); });
             attempt([&] { check(move("in.txt", folder + "/moved " + own + "/in.txt", true)); });
