@@ -6,6 +6,7 @@
 #include "bridges/common/permission_state.h"
 #include "bridges/contacts/contact_data_bridge.h"
 #include "bridges/files/file_data_bridge.h"
+#include "bridges/iwork/iwork_automation_bridge.h"
 #include "policy/bridge_capability_policy.h"
 #include "policy/bridge_pairing_store.h"
 #include "server/bridge_http_server.h"
@@ -73,6 +74,7 @@ public:
     AppleDataBridge dataBridge;
     ContactDataBridge contacts;
     FileDataBridge files;
+    IWorkAutomationBridge iwork;
     BridgeCapabilityPolicy& capabilityPolicy;
     BridgePairingStore pairingStore;
 

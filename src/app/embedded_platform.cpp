@@ -10,6 +10,7 @@
 #include "app/build_info.h"
 #include "app/no_consent_prompt.h"
 #include "app/no_folder_chooser.h"
+#include "app/no_script_engine.h"
 #include "app/platform.h"
 
 namespace bridge {
@@ -29,6 +30,7 @@ Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder) {
     platform.clock = std::make_unique<SystemClock>();
     platform.eventStore = std::make_unique<SqliteEventStore>(file(profile::calendars), *platform.clock);
     platform.contactStore = std::make_unique<SqliteContactStore>(file(profile::contacts), *platform.clock);
+    platform.scriptEngine = std::make_unique<NoScriptEngine>();
     return platform;
 }
 

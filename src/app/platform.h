@@ -9,6 +9,7 @@
 #include "platform/event_store.h"
 #include "platform/folder_chooser.h"
 #include "platform/http_client.h"
+#include "platform/script_engine.h"
 #include "platform/secure_store.h"
 #include "platform/trash.h"
 #include "platform/user_defaults.h"
@@ -33,6 +34,7 @@ struct Platform {
     // After the clock that they look at.
     std::unique_ptr<EventStore> eventStore;
     std::unique_ptr<ContactStore> contactStore;
+    std::unique_ptr<ScriptEngine> scriptEngine;
 };
 
 // What the embedded adapters call their files.

@@ -1,5 +1,4 @@
-#include "base/text.h"
-#include "bridges/iwork/iwork_requests.h"
+#include "bridges/iwork/iwork_automation_bridge.h"
 #include "server/operation_rows.h"
 #include "server/operation_tables.h"
 
@@ -12,21 +11,27 @@ constexpr std::array toExport{BridgeCapability::pagesExport, BridgeCapability::n
 
 // Each application has an export switch of its own.
 BridgeCapability capabilityToExport(const IWorkExportRequest& request) {
-    const auto application = lowercase(request.application);
-    if (application == "pages") return BridgeCapability::pagesExport;
-    if (application == "numbers") return BridgeCapability::numbersExport;
-    if (application == "keynote") return BridgeCapability::keynoteExport;
-    throw AppleBridgeError::malformedRequest("application must be pages, numbers, or keynote.");
+    switch (iworkApplication(request.application)) {
+    case IWorkApplication::pages:
+        return BridgeCapability::pagesExport;
+    case IWorkApplication::numbers:
+        return BridgeCapability::numbersExport;
+    case IWorkApplication::keynote:
+        break;
+    }
+    return BridgeCapability::keynoteExport;
 }
 
 constexpr std::array rows{
-    later<CreatePagesDocumentRequest>("iwork.pages.create", BridgeCapability::pagesCreate),
-    later<IWorkDocumentRequest>("iwork.pages.read", BridgeCapability::pagesRead),
-    later<NumbersRangeRequest>("iwork.numbers.read_range", BridgeCapability::numbersRead),
-    later<CreateNumbersSpreadsheetRequest>("iwork.numbers.create", BridgeCapability::numbersCreate),
-    later<WriteNumbersRangeRequest>("iwork.numbers.write_range", BridgeCapability::numbersUpdate),
-    later<CreateKeynotePresentationRequest>("iwork.keynote.create", BridgeCapability::keynoteCreate),
-    laterBy<IWorkExportRequest, &capabilityToExport>("iwork.export", toExport),
+    operation<&IWorkAutomationBridge::createPagesDocument>("iwork.pages.create", BridgeCapability::pagesCreate),
+    operation<&IWorkAutomationBridge::readPagesDocument>("iwork.pages.read", BridgeCapability::pagesRead),
+    operation<&IWorkAutomationBridge::readNumbersRange>("iwork.numbers.read_range", BridgeCapability::numbersRead),
+    operation<&IWorkAutomationBridge::createNumbersSpreadsheet>("iwork.numbers.create",
+                                                                BridgeCapability::numbersCreate),
+    operation<&IWorkAutomationBridge::writeNumbersRange>("iwork.numbers.write_range", BridgeCapability::numbersUpdate),
+    operation<&IWorkAutomationBridge::createKeynotePresentation>("iwork.keynote.create",
+                                                                 BridgeCapability::keynoteCreate),
+    operation<&IWorkAutomationBridge::exportDocument, &capabilityToExport>("iwork.export", toExport),
 };
 static_assert(wellFormed(rows));
 

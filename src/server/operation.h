@@ -15,9 +15,11 @@ class AppleDataBridge;
 class BridgeStatus;
 class ContactDataBridge;
 class FileDataBridge;
+class IWorkAutomationBridge;
 
 // The objects that operations call, found by their type. They outlive every request.
-using BridgeSet = std::tuple<const BridgeStatus&, AppleDataBridge&, ContactDataBridge&, FileDataBridge&>;
+using BridgeSet =
+    std::tuple<const BridgeStatus&, AppleDataBridge&, ContactDataBridge&, FileDataBridge&, IWorkAutomationBridge&>;
 
 // When a client must say `"confirmed": true`.
 enum class Confirm { never, always, whenOverwriting };

@@ -128,10 +128,10 @@ public:
 };
 
 // The bridge behind this operation does not exist yet: everything up to running it answers as it will.
-template <typename Request, auto capabilityOf> class PreparedForLater : public Prepared<Request, capabilityOf> {
+template <typename Request> class PreparedForLater : public Prepared<Request, FixedCapability{}> {
 public:
     PreparedForLater(std::string_view name, Request request)
-        : Prepared<Request, capabilityOf>(std::move(request)), m_name(name) {}
+        : Prepared<Request, FixedCapability{}>(std::move(request)), m_name(name) {}
 
     Task<BridgeResponse> run(const BridgeSet&, Responder) override {
         throw AppleBridgeError::operationNotSupported(m_name);
@@ -154,9 +154,9 @@ std::unique_ptr<PreparedOperation> prepare(const Operation&, const std::optional
     return std::make_unique<Call>(readRequest<Request>(payload));
 }
 
-template <typename Request, auto capabilityOf>
+template <typename Request>
 std::unique_ptr<PreparedOperation> prepareForLater(const Operation& row, const std::optional<JSONValue>& payload) {
-    return std::make_unique<PreparedForLater<Request, capabilityOf>>(row.name, readRequest<Request>(payload));
+    return std::make_unique<PreparedForLater<Request>>(row.name, readRequest<Request>(payload));
 }
 
 struct NoWrap {};
@@ -227,22 +227,7 @@ consteval Operation deletion(std::string_view name, BridgeCapability capability)
 // A row whose bridge is still to come.
 template <typename Request = detail::NoRequest>
 consteval Operation later(std::string_view name, BridgeCapability capability, Confirm confirm = Confirm::never) {
-    return {name,
-            capability,
-            {},
-            confirm,
-            &detail::prepareForLater<Request, detail::FixedCapability{}>,
-            detail::describeRequest<Request>(),
-            nullptr};
-}
-template <typename Request, auto capabilityOf>
-consteval Operation laterBy(std::string_view name, std::span<const BridgeCapability> capabilities) {
-    return {name,
-            std::nullopt,
-            capabilities,
-            Confirm::never,
-            &detail::prepareForLater<Request, capabilityOf>,
-            detail::describeRequest<Request>(),
+    return {name,   capability, {}, confirm, &detail::prepareForLater<Request>, detail::describeRequest<Request>(),
             nullptr};
 }
 

@@ -3,6 +3,7 @@
 #include "app/bridge_model.h"
 #include "app/process.h"
 #include "base/log.h"
+#include "tests/fakes/scripted_engine.h"
 #include "tests/support/temporary_folder.h"
 
 #include <fcntl.h>
@@ -12,7 +13,7 @@
 namespace bridge {
 
 // The whole bridge on embedded adapters, serving on its real port from a thread of its own: paired, every switch on,
-// one authorized folder.
+// one authorized folder. For the scripted applications a test speaks itself.
 class RunningBridge {
 public:
     static constexpr const char* credential = "credential-of-the-tests";
@@ -67,6 +68,8 @@ public:
             return calendars.done() && lists.done();
         });
     }
+    // Only within onLoop().
+    ScriptedEngine& engine() { return *m_engine; }
     void unpair() {
         onLoop([](BridgeModel& model) {
             auto task = model.unpair();
@@ -84,6 +87,9 @@ private:
             log::writeTo(logFile.get());
             EventLoop loop;
             auto platform = openEmbeddedPlatform(loop, m_folder.path());
+            auto engine = std::make_unique<ScriptedEngine>();
+            m_engine = engine.get();
+            platform.scriptEngine = std::move(engine);
             loop.runUntilDone(platform.secureStore->replace(BridgePairingStore::credentialItem(), credential));
             BridgeCapabilityPolicy policy(*platform.defaults);
             for (const auto group : allCapabilityGroups)
@@ -108,6 +114,7 @@ private:
     std::string m_rootID;
     EventLoop* m_loop = nullptr;
     BridgeModel* m_model = nullptr;
+    ScriptedEngine* m_engine = nullptr;
     std::thread m_thread;
 };
 

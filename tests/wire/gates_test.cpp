@@ -95,7 +95,7 @@ TEST(Gates, ExportNeedsTheSwitchOfItsApplication) {
     EXPECT_EQ(exporting("word").message(), "Malformed bridge request: application must be pages, numbers, or keynote.");
     EXPECT_EQ(call("iwork.export").message(), "Malformed bridge request: Missing payload.");
     bridge.enable(Capability::pagesExport, true);
-    EXPECT_EQ(exporting("Pages").code(), "unsupported_operation");
+    EXPECT_EQ(exporting("Pages").message(), "Resource not found: r");
 }
 
 class WriteGates : public testing::Test {
