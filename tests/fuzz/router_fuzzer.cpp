@@ -4,6 +4,7 @@
 #include "bridges/calendar/apple_data_bridge.h"
 #include "bridges/contacts/contact_data_bridge.h"
 #include "bridges/files/file_data_bridge.h"
+#include "bridges/iwork/iwork_automation_bridge.h"
 #include "platform/application_info.h"
 #include "policy/bridge_capability_policy.h"
 #include "policy/bridge_pairing_store.h"
@@ -54,6 +55,8 @@ public:
         fs::create_directory(root / "Notes");
         putFile(root / "Welcome.txt", "Grüße\n");
         putFile(root / "Notes/Ideas.txt", "Paint the shed.\n");
+        for (const auto* name : {"Plan.pages", "Plan.numbers", "Plan.key"})
+            putFile(root / name, "document");
         putFile(outside, "secret");
         fs::create_symlink("../outside.txt", root / "out");
         fs::create_symlink("..", root / "up");
@@ -73,6 +76,26 @@ public:
     const fs::path root = m_folder / "Documents";
     const fs::path outside = m_folder / "outside.txt";
     const fs::path trash = m_folder / "Trash";
+};
+
+// Runs nothing. No script that comes here names a file outside the folder.
+class CheckingEngine : public ScriptEngine {
+public:
+    explicit CheckingEngine(const fs::path& root) : m_root(root) {}
+
+    Task<TypedAppleScriptValue> run(std::string source) override {
+        must(source.starts_with("with timeout of 30 seconds\n    tell application \""));
+        must(source.ends_with("\n    end try\nend tell\nend timeout"));
+        // In a request's own text a backslash stands before the quotation mark.
+        constexpr std::string_view file = "POSIX file \"";
+        for (size_t at = source.find(file); at != std::string::npos; at = source.find(file, at + 1))
+            must(source.compare(at + file.size(), m_root.size() + 1, m_root + "/") == 0);
+        co_return {};
+    }
+    bool isRunning(const std::string&) override { return false; }
+
+private:
+    const std::string m_root;
 };
 
 // The bridge behind its router: paired, every switch on.
@@ -152,8 +175,11 @@ private:
     FileDataBridge m_files{m_defaults, m_bookmarks, m_chooser, m_trash};
     AppleDataBridge m_dataBridge{m_store, m_authorization, m_defaults};
     ContactDataBridge m_contacts{m_contactStore, m_authorization};
+    CheckingEngine m_engine{folders.root};
+    IWorkAutomationBridge m_iwork{m_files, m_engine};
     BridgeStatus m_status{m_authorization, m_application, m_policy, m_dataBridge, m_files};
-    BridgeRouter m_router{BridgeSet(m_status, m_dataBridge, m_contacts, m_files), m_policy, m_pairing, m_clock};
+    BridgeRouter m_router{BridgeSet(m_status, m_dataBridge, m_contacts, m_files, m_iwork), m_policy, m_pairing,
+                          m_clock};
 };
 
 // What the bridge may answer to whoever is paired and has everything switched on.
@@ -205,7 +231,7 @@ void fuzz(std::string_view input) {
     if (response.logName.starts_with("calendar.") || response.logName.starts_with("reminders."))
         bridge.resetCalendars();
     if (response.logName.starts_with("contacts.")) bridge.resetContacts();
-    if (!response.logName.starts_with("files.")) return;
+    if (!response.logName.starts_with("files.") && !response.logName.starts_with("iwork.")) return;
     bridge.folders.mustHaveKeptTheOutside();
     if (response.logName != "files.list" && response.logName != "files.read_text") bridge.folders.reset();
 }
