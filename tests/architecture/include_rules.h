@@ -42,7 +42,7 @@ inline const std::vector<Rule> rules{
      {"base", "platform", "adapters/dbus", "adapters/ical", "adapters/vcard"},
      {"standard", "fmt", "posix", "glib", "eds"}},
     // The language, and what an application brings along to be spoken to in it.
-    {"adapters/applescript", {"base", "platform"}, {"standard", "fmt", "icu"}},
+    {"adapters/applescript", {"base", "platform"}, {"standard", "fmt", "posix", "icu"}},
     {"adapters/libreoffice", {"base", "platform", "adapters/applescript"}, {"standard", "fmt", "posix"}},
     // The session bus, by GLib, for all who speak over it.
     {"adapters/dbus", {}, {"standard", "glib"}},

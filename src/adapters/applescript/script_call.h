@@ -2,6 +2,7 @@
 
 #include "base/file_descriptor.h"
 
+#include <atomic>
 #include <chrono>
 
 namespace bridge::applescript {
@@ -11,7 +12,12 @@ class ScriptCall {
 public:
     using Clock = std::chrono::steady_clock;
 
-    ScriptCall();
+    // What a script has that says nothing of its time.
+    static constexpr std::chrono::seconds usualTime{120};
+
+    explicit ScriptCall(Clock::duration time = usualTime);
+    ScriptCall(const ScriptCall&) = delete;
+    ScriptCall& operator=(const ScriptCall&) = delete;
 
     // Narrows the time for as long as it lives: what is within a block can't take longer than the block.
     class Limit {
@@ -36,7 +42,8 @@ public:
     void cancel();
 
 private:
-    FileDescriptor m_cancel;
+    FileDescriptor m_cancel, m_signal; // the two ends of a pipe
+    std::atomic<bool> m_cancelled = false;
     Clock::time_point m_deadline;
 };
 
