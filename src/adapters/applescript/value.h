@@ -36,6 +36,7 @@ struct InsertionPoint {
     std::shared_ptr<Object> container;
     std::string className;
     Place place = Place::end;
+    bool operator==(const InsertionPoint&) const = default;
 };
 // As in the language, a list that is given away is shared, not copied.
 using List = std::shared_ptr<std::vector<Value>>;
