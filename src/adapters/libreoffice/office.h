@@ -61,7 +61,7 @@ public:
     using Call = applescript::ScriptCall;
     virtual ~Office() = default;
 
-    // Whether the program is there to be started, and if not, what to install. Main thread.
+    // Whether the program is there to be started, and if not, what to install. Any thread.
     virtual std::optional<std::string> whyUnavailable() const = 0;
     virtual bool isRunning() const = 0; // main thread
 
