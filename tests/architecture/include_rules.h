@@ -44,6 +44,8 @@ inline const std::vector<Rule> rules{
     // The language, and what an application brings along to be spoken to in it.
     {"adapters/applescript", {"base", "platform"}, {"standard", "fmt", "posix", "icu"}},
     {"adapters/libreoffice", {"base", "platform", "adapters/applescript"}, {"standard", "fmt", "posix"}},
+    // The dictionaries know of the office program what any program would have to offer.
+    {"adapters/iworkapps", {"base", "platform", "adapters/applescript", "adapters/libreoffice"}, {"standard", "fmt"}},
     // The session bus, by GLib, for all who speak over it.
     {"adapters/dbus", {}, {"standard", "glib"}},
     {"adapters/glib", {"base", "platform"}, {"standard", "fmt", "posix", "glib"}},
