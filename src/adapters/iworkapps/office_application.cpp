@@ -1,6 +1,7 @@
 #include "adapters/iworkapps/office_application.h"
 
 #include "adapters/iworkapps/arguments.h"
+#include "adapters/iworkapps/command_parameters.h"
 #include "adapters/iworkapps/export_type.h"
 #include "adapters/iworkapps/model.h"
 #include "adapters/iworkapps/refusals.h"
@@ -10,35 +11,6 @@
 namespace bridge::iworkapps {
 
 namespace {
-
-const Value& required(const Command& command, std::string_view label) {
-    const auto* value = command.parameter(label);
-    if (!value) isMissing(std::string(label), command);
-    return *value;
-}
-
-std::optional<std::string> optionalPath(const Command& command, std::string_view label) {
-    const auto* value = command.parameter(label);
-    return value ? std::optional(pathArgument(*value)) : std::nullopt;
-}
-
-OfficeDocument::Saving savingOf(const Command& command) {
-    const auto* value = command.parameter("saving");
-    if (!value) return command.parameter("saving in") ? OfficeDocument::Saving::yes : OfficeDocument::Saving::ask;
-    const auto* word = value->as<Constant>();
-    if (word && word->name == "yes") return OfficeDocument::Saving::yes;
-    if (word && word->name == "no") return OfficeDocument::Saving::no;
-    if (word && word->name == "ask") return OfficeDocument::Saving::ask;
-    cantMakeInto(*value, "save options");
-}
-
-const Record* recordParameter(const Command& command) {
-    const auto* value = command.parameter("with properties");
-    if (!value) return nullptr;
-    const auto* record = value->as<Record>();
-    if (!record || !*record) cantMakeInto(*value, "record");
-    return record;
-}
 
 void requireModel(const Value& value, DocumentKind kind) {
     const auto* object = value.as<ObjectPointer>();

@@ -101,8 +101,7 @@ void Range::clear(ScriptCall& call) {
 
 void Range::requireManageable(size_t number) const {
     if (number > most)
-        fails(fmt::format("Of {}, {} would be too many: at most {} can be handled at once.", description(), number,
-                          most));
+        fails(fmt::format("Can’t handle {} elements of {} at once, only {}.", number, description(), most));
 }
 
 } // namespace bridge::iworkapps
