@@ -48,6 +48,7 @@ constexpr std::array known = std::to_array<KnownHeader>({
     {"dbus/", "dbus"},
     {"libical/", "libical"},
     {"libecal/", "eds"},
+    {"libebook/", "eds"},
     {"libedataserver/", "eds"},
     {"libebackend/", "eds"},
     {"linux/", "linux"},

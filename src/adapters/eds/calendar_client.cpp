@@ -19,59 +19,12 @@ GSList* listOf(const Components& components) {
 
 } // namespace
 
-void CalendarClient::drop() {
-    if (m_client) g_signal_handler_disconnect(m_client.get(), m_watch);
-    m_client.reset();
-    m_zones.clear();
-    m_died = false;
-}
-
-ECalClient* CalendarClient::client(GCancellable* cancellable) {
-    if (m_died) drop();
-    if (m_client) return m_client.get();
+EClient* CalendarClient::connect(ESource* source, GCancellable* cancellable, GError** error) const {
     // Any other wait blocks for its whole length.
     constexpr auto noWaiting = static_cast<guint32>(-1);
     const auto type =
         m_calendar.entityType == EntityType::event ? E_CAL_CLIENT_SOURCE_TYPE_EVENTS : E_CAL_CLIENT_SOURCE_TYPE_TASKS;
-    // It only has to say which one is meant.
-    Outcome named;
-    const GObjectPointer<ESource> source(e_source_new_with_uid(m_calendar.id.c_str(), nullptr, named.out()));
-    named.check(subjectOf(m_calendar));
-    Outcome connected;
-    EClient* made = e_cal_client_connect_sync(source.get(), type, noWaiting, cancellable, connected.out());
-    connected.check(subjectOf(m_calendar));
-    m_client.reset(E_CAL_CLIENT(made));
-    const auto died = [](EClient*, gpointer data) { static_cast<CalendarClient*>(data)->m_died = true; };
-    m_watch = g_signal_connect(made, "backend-died", G_CALLBACK(+died), this);
-    return m_client.get();
-}
-
-template <typename Read> auto CalendarClient::reading(GCancellable* cancellable, Read read) {
-    // The service is several processes, which die and are found dead one after the other.
-    constexpr int furtherAttempts = 3;
-    for (int attempt = 0; attempt < furtherAttempts; ++attempt) {
-        try {
-            return read(client(cancellable));
-        } catch (const EdsError& error) {
-            if (error.fault != EdsFault::lost) throw;
-            drop();
-        }
-    }
-    return read(client(cancellable));
-}
-
-bool CalendarClient::isReadOnly(GCancellable* cancellable) {
-    return reading(cancellable, [&](ECalClient* client) -> bool {
-        // What the client says by itself is as old as the last notice, and wrong for one that has just been opened.
-        Outcome asked;
-        e_client_retrieve_properties_sync(E_CLIENT(client), cancellable, asked.out());
-        asked.check(subjectOf(m_calendar));
-        return e_client_is_readonly(E_CLIENT(client));
-    });
-}
-
-void CalendarClient::requireWritable(GCancellable* cancellable) {
-    if (isReadOnly(cancellable)) throw PlatformError(subjectOf(m_calendar) + " is read-only.");
+    return e_cal_client_connect_sync(source, type, noWaiting, cancellable, error);
 }
 
 void CalendarClient::fetchZones(ECalClient* client, const Components& components, GCancellable* cancellable) {
@@ -81,7 +34,7 @@ void CalendarClient::fetchZones(ECalClient* client, const Components& components
         Outcome got;
         e_cal_client_get_timezone_sync(client, identifier.c_str(), &zone, cancellable, got.out());
         try {
-            got.check(subjectOf(m_calendar));
+            got.check(subject());
         } catch (const EdsError& error) {
             if (error.fault != EdsFault::notFound) throw;
         }
@@ -91,12 +44,13 @@ void CalendarClient::fetchZones(ECalClient* client, const Components& components
 }
 
 std::vector<CalendarObject> CalendarClient::objects(const std::string& query, GCancellable* cancellable) {
-    const auto groups = reading(cancellable, [&](ECalClient* client) {
+    const auto groups = reading(cancellable, [&](EClient* connected) {
+        auto* const client = E_CAL_CLIENT(connected);
         GSList* list = nullptr;
         Outcome found;
         e_cal_client_get_object_list_sync(client, query.c_str(), &list, cancellable, found.out());
         auto components = takeComponents(list);
-        found.check(subjectOf(m_calendar));
+        found.check(subject());
         fetchZones(client, components, cancellable);
         return groupedByUID(std::move(components));
     });
@@ -112,12 +66,13 @@ std::vector<CalendarObject> CalendarClient::objects(const std::string& query, GC
 }
 
 Components CalendarClient::stored(const std::string& uid, GCancellable* cancellable) {
-    return reading(cancellable, [&](ECalClient* client) {
+    return reading(cancellable, [&](EClient* connected) {
+        auto* const client = E_CAL_CLIENT(connected);
         GSList* list = nullptr;
         Outcome found;
         e_cal_client_get_objects_for_uid_sync(client, uid.c_str(), &list, cancellable, found.out());
         auto components = takeCalendarComponents(list);
-        found.check(subjectOf(m_calendar));
+        found.check(subject());
         fetchZones(client, components, cancellable);
         return components;
     });
@@ -143,7 +98,7 @@ void CalendarClient::addZones(ECalClient* client, const CalendarObject& object, 
         if (i_cal_timezone_set_component(zone.get(), definition.get())) {
             Outcome added;
             e_cal_client_add_timezone_sync(client, zone.get(), cancellable, added.out());
-            added.check(subjectOf(m_calendar));
+            added.check(subject());
         }
         component.reset(i_cal_component_get_next_component(calendar.get(), I_CAL_VTIMEZONE_COMPONENT));
     }
@@ -152,12 +107,12 @@ void CalendarClient::addZones(ECalClient* client, const CalendarObject& object, 
 std::string CalendarClient::create(const CalendarObject& object, GCancellable* cancellable) {
     // A lost connection shows here, where another attempt does no harm.
     if (this->object(object.uid(), cancellable)) {
-        throw EdsError(EdsFault::exists, subjectOf(m_calendar) + " already holds this item.");
+        throw EdsError(EdsFault::exists, subject() + " already holds this item.");
     }
     Components components;
     for (size_t index = 0; index < object.componentCount(); ++index)
         components.push_back(componentFrom(object.componentText(index)));
-    ECalClient* const connected = client(cancellable);
+    ECalClient* const connected = E_CAL_CLIENT(client(cancellable));
     addZones(connected, object, cancellable);
     GSList* const list = listOf(components);
     GSList* identifiers = nullptr;
@@ -168,27 +123,27 @@ std::string CalendarClient::create(const CalendarObject& object, GCancellable* c
     std::string uid = object.uid();
     if (identifiers && identifiers->data) uid = static_cast<const char*>(identifiers->data);
     g_slist_free_full(identifiers, g_free);
-    created.check(subjectOf(m_calendar));
+    created.check(subject());
     return uid;
 }
 
 void CalendarClient::write(const CalendarObject& object, size_t component, GCancellable* cancellable) {
     const auto written = componentFrom(object.componentText(component));
-    ECalClient* const connected = client(cancellable);
+    ECalClient* const connected = E_CAL_CLIENT(client(cancellable));
     addZones(connected, object, cancellable);
     // An exception that is written as if it were all replaces the series.
     const auto extent = e_cal_util_component_is_instance(written.get()) ? E_CAL_OBJ_MOD_THIS : E_CAL_OBJ_MOD_ALL;
     Outcome modified;
     e_cal_client_modify_object_sync(connected, written.get(), extent, E_CAL_OPERATION_FLAG_NONE, cancellable,
                                     modified.out());
-    modified.check(subjectOf(m_calendar));
+    modified.check(subject());
 }
 
 void CalendarClient::remove(const std::string& uid, GCancellable* cancellable) {
     Outcome removed;
-    e_cal_client_remove_object_sync(client(cancellable), uid.c_str(), noRecurrence, E_CAL_OBJ_MOD_ALL,
+    e_cal_client_remove_object_sync(E_CAL_CLIENT(client(cancellable)), uid.c_str(), noRecurrence, E_CAL_OBJ_MOD_ALL,
                                     E_CAL_OPERATION_FLAG_NONE, cancellable, removed.out());
-    removed.check(subjectOf(m_calendar));
+    removed.check(subject());
 }
 
 void CalendarClient::removeException(const std::string& uid, const std::string& componentText,
@@ -197,9 +152,9 @@ void CalendarClient::removeException(const std::string& uid, const std::string& 
     // To the letter as it is stored: with any other spelling the exception would stay, and without an error.
     const GLibPointer<char> recurrence(e_cal_util_component_get_recurid_as_string(exception.get()));
     Outcome removed;
-    e_cal_client_remove_object_sync(client(cancellable), uid.c_str(), recurrence.get(), E_CAL_OBJ_MOD_THIS,
-                                    E_CAL_OPERATION_FLAG_NONE, cancellable, removed.out());
-    removed.check(subjectOf(m_calendar));
+    e_cal_client_remove_object_sync(E_CAL_CLIENT(client(cancellable)), uid.c_str(), recurrence.get(),
+                                    E_CAL_OBJ_MOD_THIS, E_CAL_OPERATION_FLAG_NONE, cancellable, removed.out());
+    removed.check(subject());
 }
 
 } // namespace bridge

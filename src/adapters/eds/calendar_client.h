@@ -1,32 +1,28 @@
 #pragma once
 
-#include "adapters/eds/eds_error.h"
 #include "adapters/eds/object_text.h"
+#include "adapters/eds/source_client.h"
 #include "adapters/eds/source_list.h"
 #include "adapters/ical/calendar_object.h"
 
-#include <atomic>
 #include <optional>
 
 namespace bridge {
 
-// A conversation with one calendar or list, on one thread whose default context stays the same. It blocks; the
-// cancellable ends each call at once. Every function throws PlatformError. The connection is made when it is first
-// needed and again when it was lost: what only reads is then tried again, what changes something never.
-class CalendarClient {
+// The conversation with one calendar or list.
+class CalendarClient : public SourceClient {
 public:
-    explicit CalendarClient(Calendar calendar) : m_calendar(std::move(calendar)) {}
-    CalendarClient(const CalendarClient&) = delete;
-    CalendarClient& operator=(const CalendarClient&) = delete;
-    ~CalendarClient() { drop(); }
+    using Place = Calendar;
+
+    explicit CalendarClient(Calendar calendar)
+        : SourceClient(calendar.id, subjectOf(calendar)), m_calendar(std::move(calendar)) {}
 
     // As it was listed last; for its title in sentences.
-    void becomes(Calendar calendar) { m_calendar = std::move(calendar); }
+    void becomes(Calendar calendar) {
+        setSubject(subjectOf(calendar));
+        m_calendar = std::move(calendar);
+    }
     const Calendar& calendar() const { return m_calendar; }
-
-    bool isReadOnly(GCancellable* cancellable);
-    // The backends themselves let many a change pass.
-    void requireWritable(GCancellable* cancellable);
 
     // Those that the query of libecal finds. One that makes no sense is left out, so that it does not hide the others.
     std::vector<CalendarObject> objects(const std::string& query, GCancellable* cancellable);
@@ -42,18 +38,14 @@ public:
     void removeException(const std::string& uid, const std::string& componentText, GCancellable* cancellable);
 
 private:
-    ECalClient* client(GCancellable* cancellable);
-    void drop();
-    template <typename Read> auto reading(GCancellable* cancellable, Read read);
+    EClient* connect(ESource* source, GCancellable* cancellable, GError** error) const override;
+    void forget() override { m_zones.clear(); }
     Components stored(const std::string& uid, GCancellable* cancellable);
     // Of the zones that the system doesn't know by their names.
     void fetchZones(ECalClient* client, const Components& components, GCancellable* cancellable);
     void addZones(ECalClient* client, const CalendarObject& object, GCancellable* cancellable);
 
     Calendar m_calendar;
-    GObjectPointer<ECalClient> m_client;
-    gulong m_watch = 0;
-    std::atomic<bool> m_died = false;
     std::map<std::string, std::string> m_zones; // definitions by identifier; empty when there is none
 };
 

@@ -6,7 +6,9 @@ namespace {
 
 constexpr auto schemaName = "org.gnome.Evolution.DefaultSources";
 
-std::string chosen(const char* key) {
+} // namespace
+
+std::string chosenSource(const char* key) {
     // The library ends the program when it is asked for settings that are not installed.
     GSettingsSchemaSource* const installed = g_settings_schema_source_get_default();
     GSettingsSchema* const schema = installed ? g_settings_schema_source_lookup(installed, schemaName, TRUE) : nullptr;
@@ -20,11 +22,9 @@ std::string chosen(const char* key) {
     return value;
 }
 
-} // namespace
-
 std::string defaultSource(EntityType type, const SourceList& list) {
     const bool isEvent = type == EntityType::event;
-    const auto identifier = chosen(isEvent ? "default-calendar" : "default-task-list");
+    const auto identifier = chosenSource(isEvent ? "default-calendar" : "default-task-list");
     const auto* calendar = list.find(identifier);
     if (calendar && calendar->entityType == type) return identifier;
     return isEvent ? "system-calendar" : "system-task-list";

@@ -7,18 +7,8 @@ namespace bridge {
 Task<SourceList> EdsCalendars::list() {
     auto listing = m_registry.list();
     auto list = co_await std::move(listing);
-    forgetAllBut(list);
+    m_workers.forgetAllBut(list);
     co_return list;
-}
-
-void EdsCalendars::forgetAllBut(const SourceList& list) {
-    std::erase_if(m_workers, [&](const auto& entry) { return !list.find(entry.first); });
-}
-
-std::shared_ptr<CalendarWorker> EdsCalendars::workerOf(const Calendar& calendar) {
-    auto& worker = m_workers[calendar.id];
-    if (!worker) worker = std::make_shared<CalendarWorker>(m_loop, m_keeper, m_patience);
-    return worker;
 }
 
 Task<Calendar> EdsCalendars::require(EntityType type, std::string identifier) {
@@ -44,13 +34,13 @@ Task<std::vector<Calendar>> EdsCalendars::requireAll(EntityType type, std::vecto
 }
 
 Task<std::vector<Calendar>> EdsCalendars::described(std::vector<Calendar> calendars) {
-    Latch learnt(m_loop);
+    Latch learnt(m_setting.loop);
     std::vector<std::shared_ptr<CalendarWorker>> workers;
     for (const auto& calendar : calendars) {
         workers.push_back(workerOf(calendar));
         workers.back()->learn(calendar, learnt);
     }
-    auto waiting = learnt.all(m_patience.listing);
+    auto waiting = learnt.all(m_setting.patience.listing);
     co_await waiting;
     std::vector<Calendar> described;
     for (size_t index = 0; index < calendars.size(); ++index) {

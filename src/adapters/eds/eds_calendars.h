@@ -1,20 +1,17 @@
 #pragma once
 
+#include "adapters/eds/calendar_registry.h"
 #include "adapters/eds/calendar_worker.h"
-#include "adapters/eds/registry.h"
-
-#include <map>
 
 namespace bridge {
 
 // The calendars that are listed at a moment, each with its worker. On the main thread; the loop outlives it.
 class EdsCalendars {
 public:
-    EdsCalendars(EventLoop& loop, EdsPatience patience)
-        : m_loop(loop), m_patience(patience), m_registry(loop, m_keeper, patience) {}
+    EdsCalendars(EventLoop& loop, EdsPatience patience) : m_setting{loop, patience} {}
 
-    EventLoop& loop() { return m_loop; }
-    Registry& registry() { return m_registry; }
+    EventLoop& loop() { return m_setting.loop; }
+    CalendarRegistry& registry() { return m_registry; }
 
     // What the registry lists now.
     Task<SourceList> list();
@@ -25,17 +22,12 @@ public:
     // With what is known about their being writable, for which it asks and waits a moment.
     Task<std::vector<Calendar>> described(std::vector<Calendar> calendars);
 
-    // Lives as long as somebody holds it, also when its calendar is gone.
-    std::shared_ptr<CalendarWorker> workerOf(const Calendar& calendar);
+    std::shared_ptr<CalendarWorker> workerOf(const Calendar& calendar) { return m_workers.of(calendar.id); }
 
 private:
-    void forgetAllBut(const SourceList& list);
-
-    EventLoop& m_loop;
-    EdsPatience m_patience;
-    std::shared_ptr<DeadlineKeeper> m_keeper = std::make_shared<DeadlineKeeper>();
-    Registry m_registry;
-    std::map<std::string, std::shared_ptr<CalendarWorker>> m_workers;
+    WorkerSetting m_setting;
+    CalendarRegistry m_registry{m_setting};
+    SourceWorkers<CalendarWorker> m_workers{m_setting};
 };
 
 } // namespace bridge

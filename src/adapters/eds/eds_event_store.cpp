@@ -50,7 +50,7 @@ template <typename Kind> Task<typename Kind::Item> save(EdsCalendars& calendars,
     std::optional<ItemIdentifier> place;
     if (!item.identifier.empty()) place = requireIdentifier(item.identifier, Kind::absence);
     std::vector<std::string> identifiers{item.*Kind::calendarID};
-    if (place) identifiers.push_back(place->calendarID);
+    if (place) identifiers.push_back(place->sourceID);
     auto requiring = calendars.requireAll(Kind::entityType, std::move(identifiers));
     const auto required = co_await std::move(requiring);
     const auto target = required.front();
@@ -58,7 +58,7 @@ template <typename Kind> Task<typename Kind::Item> save(EdsCalendars& calendars,
     const auto origin = required.back();
     const auto job = [place, target, item = std::move(item)](CalendarClient& client, Call& call) {
         if (!place) return Kind::add(client, call, item);
-        if (place->calendarID == target.id) return Kind::change(client, call, *place, item);
+        if (place->sourceID == target.id) return Kind::change(client, call, *place, item);
         return Kind::move(client, call, *place, item, target);
     };
     const auto worker = calendars.workerOf(origin);
@@ -69,7 +69,7 @@ template <typename Kind> Task<typename Kind::Item> save(EdsCalendars& calendars,
 
 template <typename Kind> Task<> remove(EdsCalendars& calendars, std::string identifier) {
     const auto place = requireIdentifier(identifier, Kind::absence);
-    auto requiring = calendars.require(Kind::entityType, place.calendarID);
+    auto requiring = calendars.require(Kind::entityType, place.sourceID);
     const auto listed = co_await std::move(requiring);
     const auto job = [place](CalendarClient& client, Call& call) {
         Kind::remove(client, call, place);
@@ -205,7 +205,7 @@ Task<std::optional<CalendarItem>> EdsEventStore::item(std::string identifier) {
     const auto place = ItemIdentifier::parse(identifier);
     auto listing = m_calendars->list();
     const auto list = co_await std::move(listing);
-    const auto* listed = place ? list.find(place->calendarID) : nullptr;
+    const auto* listed = place ? list.find(place->sourceID) : nullptr;
     if (!listed) co_return std::nullopt;
     const auto read = [place = *place](CalendarClient& client, Call& call) -> std::optional<CalendarItem> {
         if (client.calendar().entityType == EntityType::event) return readEvent(client, call, place);

@@ -105,7 +105,7 @@ std::vector<CalendarEvent> readEvents(CalendarClient& client, const Call& call, 
 std::optional<CalendarEvent> readEvent(CalendarClient& client, const Call& call, const ItemIdentifier& identifier) {
     const auto found = find(client, call, identifier);
     if (!found) return std::nullopt;
-    return described(found->object, found->occurrence, identifier.calendarID);
+    return described(found->object, found->occurrence, identifier.sourceID);
 }
 
 CalendarEvent addEvent(CalendarClient& client, const Call& call, const CalendarEvent& event) {
@@ -119,13 +119,13 @@ CalendarEvent changeEvent(CalendarClient& client, const Call& call, const ItemId
                           const CalendarEvent& event) {
     auto found = require(client, call, identifier);
     client.requireWritable(call.cancellable());
-    auto stored = described(found.object, found.occurrence, identifier.calendarID);
+    auto stored = described(found.object, found.occurrence, identifier.sourceID);
     if (isSame(stored, event)) return stored;
     const auto component = found.object.change(found.occurrence, event, now());
     // Described before it is written, so that nothing can fail afterwards.
     const auto changed = found.object.occurrence(found.occurrence.recurrenceID);
     if (!changed) throw PlatformError("The event can't be changed to that.");
-    stored = described(found.object, *changed, identifier.calendarID);
+    stored = described(found.object, *changed, identifier.sourceID);
     client.write(found.object, component, call.cancellable());
     return asStored(client, call, stored, &readEvent);
 }

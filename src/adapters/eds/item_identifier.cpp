@@ -49,7 +49,7 @@ bool isWord(const std::string& part) {
 } // namespace
 
 std::string ItemIdentifier::text() const {
-    auto joined = encoded(calendarID) + "/" + encoded(uid);
+    auto joined = encoded(sourceID) + "/" + encoded(uid);
     if (!recurrenceID.empty()) joined += "/" + encoded(recurrenceID);
     return joined;
 }

@@ -52,7 +52,7 @@ std::vector<Reminder> readReminders(CalendarClient& client, const Call& call) {
 std::optional<Reminder> readReminder(CalendarClient& client, const Call& call, const ItemIdentifier& identifier) {
     const auto object = find(client, call, identifier);
     if (!object) return std::nullopt;
-    return described(*object, object->uid(), identifier.calendarID);
+    return described(*object, object->uid(), identifier.sourceID);
 }
 
 Reminder addReminder(CalendarClient& client, const Call& call, const Reminder& reminder) {
@@ -66,10 +66,10 @@ Reminder changeReminder(CalendarClient& client, const Call& call, const ItemIden
                         const Reminder& reminder) {
     auto object = require(client, call, identifier);
     client.requireWritable(call.cancellable());
-    auto stored = described(object, object.uid(), identifier.calendarID);
+    auto stored = described(object, object.uid(), identifier.sourceID);
     if (isSame(stored, reminder)) return stored;
     object.change(reminder, now());
-    stored = described(object, object.uid(), identifier.calendarID);
+    stored = described(object, object.uid(), identifier.sourceID);
     client.write(object, 0, call.cancellable());
     return asStored(client, call, stored, &readReminder);
 }
@@ -80,7 +80,7 @@ Reminder moveReminder(CalendarClient& client, Call& call, const ItemIdentifier& 
     client.requireWritable(call.cancellable());
     CalendarClient targetClient(target);
     targetClient.requireWritable(call.cancellable());
-    if (!isSame(described(object, object.uid(), identifier.calendarID), reminder)) object.change(reminder, now());
+    if (!isSame(described(object, object.uid(), identifier.sourceID), reminder)) object.change(reminder, now());
 
     const auto remove = [&](GCancellable* cancellable) { client.remove(identifier.uid, cancellable); };
     const auto isDone = [&](GCancellable* cancellable) { return !client.object(identifier.uid, cancellable); };

@@ -3,9 +3,9 @@
 #include "adapters/eds/default_source.h"
 #include "adapters/eds/eds_names.h"
 #include "adapters/eds/source_kind.h"
+#include "adapters/eds/source_tree.h"
 
 #include <algorithm>
-#include <map>
 #include <tuple>
 
 namespace bridge {
@@ -14,10 +14,7 @@ namespace {
 
 class Lister {
 public:
-    explicit Lister(const std::vector<RegisteredSource>& sources) {
-        for (const auto& source : sources)
-            m_sources[source.identifier] = &source;
-    }
+    explicit Lister(const std::vector<RegisteredSource>& sources) : m_sources(sources) {}
 
     SourceList list() {
         addOpenAccounts();
@@ -34,21 +31,6 @@ private:
         return std::tie(left.title, left.id) < std::tie(right.title, right.id);
     }
 
-    const RegisteredSource* find(const std::string& identifier) const {
-        const auto found = m_sources.find(identifier);
-        return found == m_sources.end() ? nullptr : found->second;
-    }
-
-    // With all its ancestors, of which a faulty registry may have a circle.
-    bool isEnabled(const RegisteredSource& source) const {
-        const auto* place = &source;
-        for (size_t steps = 0; place && steps <= m_sources.size(); ++steps) {
-            if (!place->data.isEnabled()) return false;
-            place = find(place->data.parent());
-        }
-        return true;
-    }
-
     static CalendarSource describe(const RegisteredSource& account, const std::string& calendarBackend) {
         const bool isCollection = account.data.has(collectionExtension);
         const auto backend = isCollection ? account.data.backend(collectionExtension) : calendarBackend;
@@ -63,7 +45,7 @@ private:
     // Those without a calendar too, as far as they take new ones.
     void addOpenAccounts() {
         for (const auto& [identifier, source] : m_sources)
-            if (identifier == localAccount || (source->takesNewOnes && isEnabled(*source)))
+            if (identifier == localAccount || (source->takesNewOnes && m_sources.isEnabled(*source)))
                 addAccount(describe(*source, "local"));
     }
 
@@ -71,9 +53,10 @@ private:
         const size_t start = m_list.calendars.size();
         for (const auto& [identifier, source] : m_sources) {
             // One that holds both kinds is shown as what it was listed as first.
-            if (!source->data.has(extensionOf(type)) || !isEnabled(*source) || m_list.find(identifier)) continue;
+            if (!source->data.has(extensionOf(type)) || !m_sources.isEnabled(*source) || m_list.find(identifier))
+                continue;
             // The account of a calendar without one is the calendar itself.
-            const auto* account = find(source->data.parent());
+            const auto* account = m_sources.find(source->data.parent());
             const auto described = describe(account ? *account : *source, source->data.backend(extensionOf(type)));
             addAccount(described);
             m_list.calendars.push_back({identifier, type, source->data.displayName(), described, false});
@@ -82,7 +65,7 @@ private:
                   isBefore<Calendar>);
     }
 
-    std::map<std::string, const RegisteredSource*> m_sources;
+    SourceTree m_sources;
     SourceList m_list;
 };
 

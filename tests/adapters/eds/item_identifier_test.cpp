@@ -17,7 +17,7 @@ TEST(ItemIdentifier, FindsItsPartsAgain) {
             const ItemIdentifier given{"system-calendar", uid, recurrence};
             const auto found = ItemIdentifier::parse(given.text());
             ASSERT_TRUE(found) << given.text();
-            EXPECT_EQ(found->calendarID, given.calendarID);
+            EXPECT_EQ(found->sourceID, given.sourceID);
             EXPECT_EQ(found->uid, uid);
             EXPECT_EQ(found->recurrenceID, recurrence);
         }
