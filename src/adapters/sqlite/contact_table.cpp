@@ -1,5 +1,6 @@
 #include "adapters/sqlite/contact_table.h"
 
+#include "adapters/vcard/contact_names.h"
 #include "base/name_words.h"
 #include "base/text.h"
 #include "base/uuid.h"

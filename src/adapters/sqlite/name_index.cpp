@@ -33,11 +33,6 @@ std::set<std::string> beginningsOf(const std::vector<std::string>& words) {
 
 } // namespace
 
-std::vector<std::string> nameWordsOf(const Contact& contact) {
-    return nameWords(contact.givenName + " " + contact.middleName + " " + contact.familyName + " " + contact.nickname +
-                     " " + contact.organizationName);
-}
-
 std::string sortKeyOf(const Contact& contact) {
     // Cut, because it is stored with every word.
     return nameSortKey(contact.familyName, contact.givenName, contact.organizationName).substr(0, longestSortKey);

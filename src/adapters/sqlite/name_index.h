@@ -9,8 +9,6 @@
 
 namespace bridge {
 
-// The words of the name by which a contact is found.
-std::vector<std::string> nameWordsOf(const Contact& contact);
 // Where it stands among all contacts.
 std::string sortKeyOf(const Contact& contact);
 

@@ -66,14 +66,18 @@ void ContentLine::setParameter(std::string_view wanted, std::vector<std::string>
     if (!values.empty()) parameters.push_back({std::string(wanted), std::move(values)});
 }
 
-std::string written(const ContentLine& line) {
+std::string unfolded(const ContentLine& line) {
     std::string text = line.group.empty() ? line.name : line.group + '.' + line.name;
     for (const auto& [name, values] : line.parameters) {
         text += ';' + name + '=';
         for (size_t index = 0; index < values.size(); ++index)
             text.append(index > 0 ? "," : "").append(writtenParameterValue(values[index]));
     }
-    return folded(text + ':' + line.value);
+    return text + ':' + line.value;
+}
+
+std::string written(const ContentLine& line) {
+    return folded(unfolded(line));
 }
 
 std::string unescaped(std::string_view value) {

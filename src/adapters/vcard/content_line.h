@@ -38,8 +38,9 @@ std::optional<ContentLine> parsedLine(std::string_view line);
 // For names, types and the like.
 bool equalsIgnoringCase(std::string_view one, std::string_view other);
 
-// As vCard 4.0 writes it: folded, with its line end.
+// As vCard 4.0 writes it: folded, with its line end; or without both.
 std::string written(const ContentLine& line);
+std::string unfolded(const ContentLine& line);
 
 // The text of a value, or of a part of one (RFC 6350, 3.4), and the way back. A value has no carriage returns, so line
 // ends of every kind become line feeds.

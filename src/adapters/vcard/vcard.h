@@ -24,6 +24,7 @@ public:
     std::string text() const; // a vCard that parse() takes
     const std::string& uid() const { return m_uid; }
     void giveNewUID();
+    const std::vector<vcard::ContentLine>& lines() const { return m_lines; }
 
     // Everything but the identifier, which is the store's.
     Contact describe() const;
