@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <libebook/libebook.h>
 #include <libecal/libecal.h>
 
 namespace bridge {
@@ -46,6 +47,12 @@ EdsError translate(const GError& error, const std::string& subject) {
             return {EdsFault::notFound, subject + " has no such item."};
         if (error.code == E_CAL_CLIENT_ERROR_OBJECT_ID_ALREADY_EXISTS)
             return {EdsFault::exists, subject + " already holds this item."};
+    }
+    if (error.domain == E_BOOK_CLIENT_ERROR) {
+        if (error.code == E_BOOK_CLIENT_ERROR_CONTACT_NOT_FOUND)
+            return {EdsFault::notFound, subject + " has no such contact."};
+        if (error.code == E_BOOK_CLIENT_ERROR_CONTACT_ID_ALREADY_EXISTS)
+            return {EdsFault::exists, subject + " already holds this contact."};
     }
     if (g_error_matches(&error, E_CLIENT_ERROR, E_CLIENT_ERROR_PERMISSION_DENIED))
         return {EdsFault::other, subject + " is read-only."};

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "platform/event_store.h"
+#include "tests/adapters/eds/neighbour_registry.h"
 
 #include <string_view>
 
 namespace bridge {
 
-// What another program of the same desktop does with Evolution Data Server. Its own calls, nothing of the code under
-// test.
-class EdsNeighbour {
+// What another program of the same desktop does with calendars.
+class EdsNeighbour : public NeighbourRegistry {
 public:
     // Answers with the new source's identifier.
     static std::string addLocalCalendar(EntityType type, std::string_view title);
@@ -16,9 +16,7 @@ public:
     static std::string addReadOnlyCalendar(EntityType type, std::string_view title);
     // One that is fetched from an address.
     static std::string addWebCalendar(std::string_view title, std::string_view address);
-    static void setEnabled(const std::string& identifier, bool isEnabled);
     static void setDefault(EntityType type, const std::string& identifier);
-    static void rename(const std::string& identifier, std::string_view title);
     // Every calendar and list that can go.
     static void removeAllCalendars();
 

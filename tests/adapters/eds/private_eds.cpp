@@ -4,7 +4,6 @@ namespace bridge {
 
 namespace {
 
-const std::string calendarService = "org.gnome.evolution.dataserver.Calendar8";
 const std::string registryService = "org.gnome.evolution.dataserver.Sources5";
 const std::string backendPrefix = "org.gnome.evolution.dataserver.Subprocess.Backend.";
 
@@ -27,7 +26,7 @@ PrivateEds& PrivateEds::get() {
 
 std::string PrivateEds::hindrance() {
     if (!isPossible()) return "dbus-daemon is not installed";
-    for (const auto& service : {registryService, calendarService})
+    for (const auto& service : {registryService, factoryService})
         if (commandOf(service).empty()) return "Evolution Data Server is not installed";
     return {};
 }
@@ -67,18 +66,18 @@ void PrivateEds::write(const std::string& service, const std::string& command) c
 
 void PrivateEds::install() {
     write(registryService, commandOf(registryService));
-    write(calendarService, commandOf(calendarService) + " --backend-per-process=1");
+    write(factoryService, commandOf(factoryService) + " --backend-per-process=1");
     reload();
 }
 
 void PrivateEds::installBroken() {
     write(registryService, "/bin/false");
-    write(calendarService, "/bin/false");
+    write(factoryService, "/bin/false");
     reload();
 }
 
 void PrivateEds::uninstall() {
-    for (const auto& service : {registryService, calendarService})
+    for (const auto& service : {registryService, factoryService})
         std::filesystem::remove(serviceFolder() / (service + ".service"));
     reload();
     end(SIGTERM);
@@ -99,8 +98,7 @@ void PrivateEds::end(int signal) {
 std::vector<std::string> PrivateEds::ownNames() const {
     std::vector<std::string> found;
     for (const auto& name : names())
-        if (name == calendarService || name == registryService || name.starts_with(backendPrefix))
-            found.push_back(name);
+        if (name == factoryService || name == registryService || name.starts_with(backendPrefix)) found.push_back(name);
     return found;
 }
 
@@ -109,7 +107,7 @@ pid_t PrivateEds::registry() const {
 }
 
 pid_t PrivateEds::factory() const {
-    return processOf(calendarService);
+    return processOf(factoryService);
 }
 
 std::vector<pid_t> PrivateEds::backends() const {

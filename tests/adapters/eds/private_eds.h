@@ -8,6 +8,9 @@ namespace bridge {
 // has a process, so that one can be stopped while the others go on.
 class PrivateEds : public PrivateBus {
 public:
+    // The service that keeps the items; each program of tests says which one it is about.
+    static const std::string factoryService;
+
     // The one of this program.
     static PrivateEds& get();
     // Why there can be none on this machine.

@@ -1,0 +1,74 @@
+#include "tests/adapters/eds/book_neighbour.h"
+
+#include <libebook/libebook.h>
+
+namespace bridge {
+
+namespace {
+
+class Connection : public NeighbourConnection {
+public:
+    explicit Connection(const std::string& identifier) : NeighbourConnection(identifier, &connect) {}
+    EBookClient* get() const { return E_BOOK_CLIENT(NeighbourConnection::get()); }
+
+private:
+    static EClient* connect(ESource* source, GError** error) {
+        return e_book_client_connect_sync(source, static_cast<guint32>(-1), nullptr, error);
+    }
+};
+
+} // namespace
+
+std::string BookNeighbour::addLocalBook(std::string_view title) {
+    return create(newSource(E_SOURCE_EXTENSION_ADDRESS_BOOK, "local", "local-stub", title).get());
+}
+
+std::string BookNeighbour::addRemoteBook(std::string_view title, std::string_view address) {
+    const auto source = newSource(E_SOURCE_EXTENSION_ADDRESS_BOOK, "carddav", "carddav-stub", title);
+    setAddress(source.get(), address);
+    return create(source.get());
+}
+
+void BookNeighbour::setDefault(const std::string& identifier) {
+    NeighbourRegistry::setDefault("default-address-book", identifier);
+}
+
+void BookNeighbour::removeAllBooks() {
+    removeAll({"Address Book"});
+    const Connection client("system-address-book");
+    GSList* uids = nullptr;
+    GError* error = nullptr;
+    e_book_client_get_contacts_uids_sync(client.get(), "", &uids, nullptr, &error);
+    if (uids) e_book_client_remove_contacts_sync(client.get(), uids, E_BOOK_OPERATION_FLAG_NONE, nullptr, &error);
+    g_slist_free_full(uids, g_free);
+    check(error);
+}
+
+std::string BookNeighbour::put(const std::string& book, std::string_view vCard) {
+    const Connection client(book);
+    const GObjectPointer<EContact> contact(e_contact_new_from_vcard(std::string(vCard).c_str()));
+    char* uid = nullptr;
+    GError* error = nullptr;
+    e_book_client_add_contact_sync(client.get(), contact.get(), E_BOOK_OPERATION_FLAG_NONE, &uid, nullptr, &error);
+    const GLibPointer<char> added(uid);
+    check(error);
+    return added.get();
+}
+
+std::string BookNeighbour::stored(const std::string& book, const std::string& uid) {
+    const Connection client(book);
+    EContact* found = nullptr;
+    if (!e_book_client_get_contact_sync(client.get(), uid.c_str(), &found, nullptr, nullptr)) return {};
+    const GObjectPointer<EContact> contact(found);
+    const GLibPointer<char> text(e_vcard_to_string(E_VCARD(found), EVC_FORMAT_VCARD_30));
+    return text.get();
+}
+
+void BookNeighbour::remove(const std::string& book, const std::string& uid) {
+    const Connection client(book);
+    GError* error = nullptr;
+    e_book_client_remove_contact_by_uid_sync(client.get(), uid.c_str(), E_BOOK_OPERATION_FLAG_NONE, nullptr, &error);
+    check(error);
+}
+
+} // namespace bridge
