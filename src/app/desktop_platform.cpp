@@ -4,6 +4,7 @@
 #include "app/platform.h"
 #include "base/log.h"
 #ifdef HAVE_EDS
+#include "adapters/eds/eds_contact_store.h"
 #include "adapters/eds/eds_event_store.h"
 #endif
 #ifdef HAVE_GIO
@@ -47,10 +48,19 @@ std::unique_ptr<EventStore> openCalendarService([[maybe_unused]] EventLoop& loop
 #endif
 }
 
+std::unique_ptr<ContactStore> openContactService([[maybe_unused]] EventLoop& loop) {
+#ifdef HAVE_EDS
+    return loop.runUntilDone(EdsContactStore::open(loop));
+#else
+    return nullptr;
+#endif
+}
+
 Platform openDesktopPlatform(EventLoop& loop) {
     auto platform = openEmbeddedPlatform(loop, userProfileFolder());
     platform.secureStore = std::make_unique<PreferredSecureStore>(openKeyring(loop), std::move(platform.secureStore));
     if (auto service = openCalendarService(loop)) platform.eventStore = std::move(service);
+    if (auto service = openContactService(loop)) platform.contactStore = std::move(service);
     platform.trash = openTrash(XdgPaths());
     log::note("The credential is kept in " + platform.secureStore->description() + ".");
     log::note("Calendars and reminders are those of " + platform.eventStore->description() + ".");

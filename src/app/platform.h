@@ -50,8 +50,9 @@ constexpr const char* contacts = "contacts.db";
 // The folder of the logged-in user's profile. Nothing is made.
 std::string userProfileFolder();
 
-// The calendars of the desktop; nothing where it has no service for them.
+// The calendars of the desktop, and its address books; nothing where it has no service for them.
 std::unique_ptr<EventStore> openCalendarService(EventLoop& loop);
+std::unique_ptr<ContactStore> openContactService(EventLoop& loop);
 
 // The adapters that need no service of the desktop, with every file below `folder`.
 Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder);

@@ -1,5 +1,6 @@
 #include "adapters/eds/book_changes.h"
 
+#include "adapters/eds/eds_error.h"
 #include "adapters/vcard/vcard.h"
 
 #include <algorithm>
@@ -18,8 +19,8 @@ std::vector<std::string> uidsOf(const auto& changes) {
 
 class Changer {
 public:
-    Changer(BookClient& client, Call& call, const BookChanges& changes)
-        : m_client(client), m_call(call), m_changes(changes) {}
+    Changer(CardStore& store, Call& call, const BookChanges& changes)
+        : m_store(store), m_call(call), m_changes(changes) {}
 
     std::vector<std::string> make() {
         // A half can't be left, also when nobody waits any more.
@@ -27,14 +28,14 @@ public:
         auto added = m_changes.addedInOrder;
         if (!m_changes.added.empty()) {
             step([&] { added = create(); }, [&] { return stored(uidsOf(m_changes.added)).size() == added.size(); });
-            m_undo.emplace_back([this, added] { m_client.remove(added, m_call.cancellable()); });
+            m_undo.emplace_back([this, added] { m_store.remove(added, m_call.cancellable()); });
         }
         if (!m_changes.changed.empty()) {
             step([&] { write(&BookChanges::Changed::after); }, [&] { return isChanged(); });
             m_undo.emplace_back([this] { write(&BookChanges::Changed::before); });
         }
         if (!m_changes.removed.empty())
-            step([&] { m_client.remove(m_changes.removed, m_call.cancellable()); },
+            step([&] { m_store.remove(m_changes.removed, m_call.cancellable()); },
                  [&] { return stored(m_changes.removed).empty(); });
         return added;
     }
@@ -44,19 +45,19 @@ private:
         std::vector<std::string> cards;
         for (const auto& uid : m_changes.addedInOrder)
             cards.push_back(m_changes.added.at(uid));
-        auto uids = m_client.create(cards, m_call.cancellable());
-        if (uids.size() != cards.size()) throw PlatformError(m_client.subject() + " did not take every contact.");
+        auto uids = m_store.create(cards, m_call.cancellable());
+        if (uids.size() != cards.size()) throw PlatformError(m_store.subject() + " did not take every contact.");
         return uids;
     }
     void write(std::string BookChanges::Changed::*text) {
         std::vector<std::string> cards;
         for (const auto& [uid, change] : m_changes.changed)
             cards.push_back(change.*text);
-        m_client.change(cards, m_call.cancellable());
+        m_store.change(cards, m_call.cancellable());
     }
 
     std::vector<std::string> stored(const std::vector<std::string>& uids) {
-        return m_client.cardsOf(uids, m_call.cancellable());
+        return m_store.cardsOf(uids, m_call.cancellable());
     }
     // Every change of ours shows in some line, but the service writes REV anew and may write other lines its own way.
     bool isChanged() {
@@ -98,7 +99,7 @@ private:
         }
     }
 
-    BookClient& m_client;
+    CardStore& m_store;
     Call& m_call;
     const BookChanges& m_changes;
     std::vector<std::function<void()>> m_undo;
@@ -106,8 +107,8 @@ private:
 
 } // namespace
 
-std::vector<std::string> makeChanges(BookClient& client, Call& call, const BookChanges& changes) {
-    return Changer(client, call, changes).make();
+std::vector<std::string> makeChanges(CardStore& store, Call& call, const BookChanges& changes) {
+    return Changer(store, call, changes).make();
 }
 
 } // namespace bridge

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "adapters/eds/book_list.h"
+#include "adapters/eds/card_store.h"
 #include "adapters/eds/source_client.h"
 
 #include <libebook/libebook.h>
@@ -8,8 +9,8 @@
 
 namespace bridge {
 
-// The conversation with one address book, in the texts of its cards. Each change is made whole or not at all.
-class BookClient : public SourceClient {
+// The conversation with one address book.
+class BookClient : public SourceClient, public CardStore {
 public:
     using Place = AddressBook;
 
@@ -21,19 +22,17 @@ public:
         m_book = std::move(book);
     }
     const AddressBook& book() const { return m_book; }
-    using SourceClient::subject;
+    std::string subject() const override { return SourceClient::subject(); }
 
     // Those that the query of libebook finds.
     std::vector<std::string> cards(const std::string& query, GCancellable* cancellable);
     std::vector<std::string> allCards(GCancellable* cancellable) { return cards("", cancellable); }
     std::vector<std::string> lists(GCancellable* cancellable) { return cards("(is \"list\" \"1\")", cancellable); }
-    // Those that exist, in any order.
-    std::vector<std::string> cardsOf(const std::vector<std::string>& uids, GCancellable* cancellable);
 
-    // Answers with the UIDs, which the account may have chosen itself.
-    std::vector<std::string> create(const std::vector<std::string>& cards, GCancellable* cancellable);
-    void change(const std::vector<std::string>& cards, GCancellable* cancellable);
-    void remove(const std::vector<std::string>& uids, GCancellable* cancellable);
+    std::vector<std::string> cardsOf(const std::vector<std::string>& uids, GCancellable* cancellable) override;
+    std::vector<std::string> create(const std::vector<std::string>& cards, GCancellable* cancellable) override;
+    void change(const std::vector<std::string>& cards, GCancellable* cancellable) override;
+    void remove(const std::vector<std::string>& uids, GCancellable* cancellable) override;
 
 private:
     EClient* connect(ESource* source, GCancellable* cancellable, GError** error) const override;

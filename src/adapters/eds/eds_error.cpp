@@ -19,6 +19,8 @@ bool isLoss(const GError& error) {
         return std::find(losses.begin(), losses.end(), error.code) != losses.end();
     }
     return g_error_matches(&error, G_IO_ERROR, G_IO_ERROR_CLOSED) ||
+           // What GLib says of a call to a process that has gone before it was told so.
+           g_error_matches(&error, G_IO_ERROR, G_IO_ERROR_FAILED) ||
            g_error_matches(&error, E_CLIENT_ERROR, E_CLIENT_ERROR_DBUS_ERROR) ||
            g_error_matches(&error, E_CLIENT_ERROR, E_CLIENT_ERROR_NOT_OPENED);
 }

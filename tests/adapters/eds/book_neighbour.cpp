@@ -6,6 +6,12 @@ namespace bridge {
 
 namespace {
 
+GObjectPointer<EContact> find(EBookClient* client, const std::string& uid) {
+    EContact* found = nullptr;
+    e_book_client_get_contact_sync(client, uid.c_str(), &found, nullptr, nullptr);
+    return GObjectPointer<EContact>(found);
+}
+
 class Connection : public NeighbourConnection {
 public:
     explicit Connection(const std::string& identifier) : NeighbourConnection(identifier, &connect) {}
@@ -57,10 +63,9 @@ std::string BookNeighbour::put(const std::string& book, std::string_view vCard) 
 
 std::string BookNeighbour::stored(const std::string& book, const std::string& uid) {
     const Connection client(book);
-    EContact* found = nullptr;
-    if (!e_book_client_get_contact_sync(client.get(), uid.c_str(), &found, nullptr, nullptr)) return {};
-    const GObjectPointer<EContact> contact(found);
-    const GLibPointer<char> text(e_vcard_to_string(E_VCARD(found), EVC_FORMAT_VCARD_30));
+    const auto contact = find(client.get(), uid);
+    if (!contact) return {};
+    const GLibPointer<char> text(e_vcard_to_string(E_VCARD(contact.get()), EVC_FORMAT_VCARD_30));
     return text.get();
 }
 
@@ -69,6 +74,22 @@ void BookNeighbour::remove(const std::string& book, const std::string& uid) {
     GError* error = nullptr;
     e_book_client_remove_contact_by_uid_sync(client.get(), uid.c_str(), E_BOOK_OPERATION_FLAG_NONE, nullptr, &error);
     check(error);
+}
+
+std::vector<std::string> BookNeighbour::list(const std::string& book, const std::string& uid) {
+    const Connection client(book);
+    const auto contact = find(client.get(), uid);
+    if (!contact || !e_contact_get(contact.get(), E_CONTACT_IS_LIST)) return {};
+    std::vector<std::string> lines{static_cast<const char*>(e_contact_get_const(contact.get(), E_CONTACT_FULL_NAME))};
+    GList* const members = e_contact_get_attributes(contact.get(), E_CONTACT_EMAIL);
+    for (const GList* entry = members; entry; entry = entry->next) {
+        auto* member = static_cast<EVCardAttribute*>(entry->data);
+        const GList* parameter = e_vcard_attribute_get_param(member, EVC_X_DEST_CONTACT_UID);
+        const GLibPointer<char> value(e_vcard_attribute_get_value(member));
+        lines.push_back(std::string(parameter ? static_cast<const char*>(parameter->data) : "") + ": " + value.get());
+    }
+    g_list_free_full(members, [](gpointer member) { e_vcard_attribute_free(static_cast<EVCardAttribute*>(member)); });
+    return lines;
 }
 
 } // namespace bridge

@@ -20,6 +20,8 @@ public:
     // Empty when there is none.
     static std::string stored(const std::string& book, const std::string& uid);
     static void remove(const std::string& book, const std::string& uid);
+    // The name of a contact list, and each of its members: "uid: name <address>".
+    static std::vector<std::string> list(const std::string& book, const std::string& uid);
 };
 
 } // namespace bridge

@@ -1,4 +1,5 @@
 #include "tests/adapters/eds/eds_store_test.h"
+#include "tests/adapters/eds/stopped.h"
 
 // A service that dies, hangs, does not start, is not there.
 
@@ -25,18 +26,6 @@ protected:
         EXPECT_NE(webProcess, 0);
         return web;
     }
-
-    // Stopped as long as this lives.
-    class Stopped {
-    public:
-        explicit Stopped(pid_t process) : m_process(process) { ::kill(m_process, SIGSTOP); }
-        Stopped(const Stopped&) = delete;
-        Stopped& operator=(const Stopped&) = delete;
-        ~Stopped() { ::kill(m_process, SIGCONT); }
-
-    private:
-        pid_t m_process;
-    };
 
     pid_t webProcess = 0;
 };

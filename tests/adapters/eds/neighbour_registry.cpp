@@ -141,9 +141,15 @@ void NeighbourRegistry::removeAll(const std::vector<std::string>& groups) {
 NeighbourConnection::NeighbourConnection(const std::string& identifier, const Connect& connect) {
     g_main_context_push_thread_default(m_context.get());
     const GObjectPointer<ESource> source(e_source_new_with_uid(identifier.c_str(), nullptr, nullptr));
-    GError* error = nullptr;
-    m_client.reset(connect(source.get(), &error));
-    NeighbourRegistry::check(error);
+    // A service that is just starting, or dying of what a test did to it, is there again soon.
+    for (int attemptsLeft = 3; !m_client; --attemptsLeft) {
+        GError* error = nullptr;
+        m_client.reset(connect(source.get(), &error));
+        if (attemptsLeft == 0)
+            NeighbourRegistry::check(error);
+        else
+            g_clear_error(&error);
+    }
 }
 
 NeighbourConnection::~NeighbourConnection() {
