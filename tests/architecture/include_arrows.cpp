@@ -49,6 +49,7 @@ constexpr std::array known = std::to_array<KnownHeader>({
     {"libical/", "libical"},
     {"libecal/", "eds"},
     {"libebook/", "eds"},
+    {"libedata-book/", "eds"},
     {"libedataserver/", "eds"},
     {"libebackend/", "eds"},
     {"linux/", "linux"},

@@ -1,6 +1,8 @@
 #include "tests/adapters/eds/book_neighbour.h"
 
+#include <filesystem>
 #include <libebook/libebook.h>
+#include <libedata-book/libedata-book.h>
 
 namespace bridge {
 
@@ -32,6 +34,21 @@ std::string BookNeighbour::addLocalBook(std::string_view title) {
 std::string BookNeighbour::addRemoteBook(std::string_view title, std::string_view address) {
     const auto source = newSource(E_SOURCE_EXTENSION_ADDRESS_BOOK, "carddav", "carddav-stub", title);
     setAddress(source.get(), address);
+    return create(source.get());
+}
+
+std::string BookNeighbour::addRememberedBook(std::string_view title, std::string_view vCard) {
+    const auto source = newSource(E_SOURCE_EXTENSION_ADDRESS_BOOK, "carddav", "carddav-stub", title);
+    setAddress(source.get(), "http://127.0.0.1:9/book/");
+    const auto path = std::string(e_get_user_cache_dir()) + "/addressbook/" + e_source_get_uid(source.get());
+    std::filesystem::create_directories(path);
+    GError* error = nullptr;
+    const GObjectPointer<EBookCache> memory(
+        e_book_cache_new((path + "/cache.db").c_str(), source.get(), nullptr, &error));
+    check(error);
+    const GObjectPointer<EContact> contact(e_contact_new_from_vcard(std::string(vCard).c_str()));
+    e_book_cache_put_contact(memory.get(), contact.get(), nullptr, 0, E_CACHE_IS_ONLINE, nullptr, &error);
+    check(error);
     return create(source.get());
 }
 

@@ -11,6 +11,8 @@ public:
     static std::string addLocalBook(std::string_view title);
     // One on a server.
     static std::string addRemoteBook(std::string_view title, std::string_view address);
+    // One on a server that can't be reached, of which this computer remembers a contact.
+    static std::string addRememberedBook(std::string_view title, std::string_view vCard);
     static void setDefault(const std::string& identifier);
     // Every book that can go, and what is in the one that can't.
     static void removeAllBooks();

@@ -90,5 +90,20 @@ TEST_F(EdsBooksTest, ThatTakeNoChangesSayThat) {
     EXPECT_EQ(failure([&] { addGroup("Friends"); }), "The address book “Company” is read-only.");
 }
 
+TEST_F(EdsBooksTest, ThatTakeNoChangesHaveContactsThatTakeNone) {
+    const auto remote = BookNeighbour::addRememberedBook(
+        "Company", "BEGIN:VCARD\r\nVERSION:3.0\r\nUID:boss\r\nN:;Boss;;;\r\nFN:Boss\r\nEND:VCARD\r\n");
+    const auto ada = add("Ada");
+    auto boss = contact(identifier(remote, "boss")).value();
+    EXPECT_FALSE(boss.isEditable);
+    EXPECT_TRUE(contact(ada)->isEditable);
+    boss.givenName = "Me";
+    EXPECT_EQ(failure([&] { execute({UpdateContact{boss}}); }), "The address book “Company” is read-only.");
+    EXPECT_EQ(failure([&] { execute({DeleteContact{boss.identifier}}); }), "The address book “Company” is read-only.");
+    const auto group = addGroup("Friends");
+    execute({AddGroupMember{boss.identifier, group}});
+    EXPECT_EQ(members(group), Names{"Boss"});
+}
+
 } // namespace
 } // namespace bridge
