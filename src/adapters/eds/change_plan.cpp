@@ -1,6 +1,7 @@
 #include "adapters/eds/change_plan.h"
 
 #include "adapters/eds/book_contents.h"
+#include "adapters/eds/file_as.h"
 #include "adapters/vcard/card_edit.h"
 #include "adapters/vcard/vcard.h"
 #include "base/text.h"
@@ -52,7 +53,8 @@ void ChangePlan::apply(const AddContact& change) {
 
 void ChangePlan::apply(const UpdateContact& change) {
     auto& card = contact(change.contact.identifier);
-    card.now = checked(editedCard(card.now, change.contact));
+    const auto before = VCard::parse(card.now).describe();
+    card.now = checked(refiledCard(editedCard(card.now, change.contact), before, change.contact));
 }
 
 void ChangePlan::apply(const DeleteContact& change) {

@@ -28,6 +28,20 @@ TEST_F(EdsContactsTest, KeepWhatOnlyOthersKnow) {
         EXPECT_THAT(text, HasSubstr(line));
 }
 
+TEST_F(EdsContactsTest, AreFiledUnderTheirNewNameUnlessTheUserChoseAnother) {
+    const std::string names = "N:Doe;John;;;\r\nFN:John Doe\r\nORG:Firm\r\n";
+    const std::map<std::string, std::string> filed{
+        {"Doe\\, John", "Roe\\, John"}, {"John Doe", "John Roe"}, {"Firm", "Firm"}, {"Plumber", "Plumber"}};
+    for (const auto& [before, after] : filed) {
+        const auto john = put(personal, "john", names + "X-EVOLUTION-FILE-AS:" + before + "\r\n");
+        auto wanted = contact(john).value();
+        wanted.familyName = "Roe";
+        execute({UpdateContact{wanted}});
+        EXPECT_THAT(BookNeighbour::stored(personal, "john"), HasSubstr("X-EVOLUTION-FILE-AS:" + after + "\r\n"));
+        execute({DeleteContact{john}});
+    }
+}
+
 TEST_F(EdsContactsTest, KeepTheirPicture) {
     const auto john = put(personal, "john",
                           "N:Doe;John;;;\r\nFN:John Doe\r\n"
