@@ -175,7 +175,8 @@ void VCard::change(const Contact& contact) {
         if (contact.birthday) set("BDAY", dayValue(*contact.birthday));
     }
     // The name that other programs show, unless the user chose it.
-    if (isRenamed || hasOrdinaryName) findOrAdd("FN").value = escaped(ordinaryName());
+    if ((isRenamed || hasOrdinaryName) && formattedName() != ordinaryName())
+        findOrAdd("FN").value = escaped(ordinaryName());
 }
 
 std::string VCard::formattedName() const {

@@ -201,6 +201,13 @@ TEST(VCardChange, WritesWhatDiffersAndLeavesTheRest) {
     EXPECT_THAT(text, HasSubstr("item1.X-ABDATE:1975-03-01\r\nitem1.X-ABLabel:_$!<Anniversary>!$_\r\n"));
 }
 
+TEST(VCardChange, ThatChangesNothingLeavesEveryByte) {
+    auto unchanged = card("UID:1\r\nFN:John Richter, James Doe\r\nN:Doe;John;Richter\\, James;;\r\n");
+    const auto before = unchanged;
+    unchanged.change(before.describe());
+    EXPECT_EQ(unchanged, before);
+}
+
 TEST(VCardChange, RenamesWithTheFormattedName) {
     auto one = card("FN:Chosen\r\nN:Doe;John;R\\, S;Mr.;Sr.\r\n");
     auto contact = one.describe();
