@@ -47,10 +47,11 @@ Task<ImportedFile> importFile(ImportStores stores, std::string name, ImportProgr
             takeContacts(stores.contacts, text, imported, progress);
         } else {
             auto file = readCalendarFile(text);
-            imported.problems = problemsOf(file.problems);
+            auto problems = problemsOf(file.problems);
             progress("Saving " + counted(file.objects.size(), "item") + " of " + name);
             auto importing = importCalendars(stores.calendars, std::move(file), name);
             imported.calendars = co_await std::move(importing);
+            imported.problems = std::move(problems);
         }
     } catch (const PlatformError& error) {
         imported.failure = error.what();

@@ -93,8 +93,10 @@ TEST(CalendarImport, TakesNothingWhenTheStoreIsGone) {
     site.takeText("Garden.ics", calendarText(sowingEvent));
     const auto before = site.calendars(EntityType::event);
     std::filesystem::rename(site.folder / "calendars.db", site.folder / "lost.db");
-    const auto file = site.takeText("Garden.ics", calendarText(sowingEvent + seedsTask));
+    const auto file = site.takeText(
+        "Garden.ics", calendarText(sowingEvent + seedsTask + "BEGIN:VJOURNAL\r\nUID:j\r\nEND:VJOURNAL\r\n"));
     EXPECT_TRUE(file.failure);
+    EXPECT_TRUE(file.problems.empty());
     EXPECT_TRUE(file.calendars.empty());
     std::filesystem::rename(site.folder / "lost.db", site.folder / "calendars.db");
     EXPECT_EQ(site.calendars(EntityType::event), before);
