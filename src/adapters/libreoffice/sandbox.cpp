@@ -73,7 +73,8 @@ std::vector<std::string> sandboxedCommand(const OfficePrograms& programs, const 
         append(command, {"--ro-bind-try", path, path});
     append(command, {"--ro-bind", programs.helper, helperInside, "--bind", documents, folderInside});
     append(command, {"--setenv", "PATH", "/usr/bin", "--setenv", "HOME", "/tmp", "--setenv", "LC_ALL", "en_US.UTF-8"});
-    append(command, {"--hostname", "office", "--chdir", folderInside, "--", helperInside});
+    // The helper is the first process of its namespace: with it everything in there ends.
+    append(command, {"--as-pid-1", "--hostname", "office", "--chdir", folderInside, "--", helperInside});
     command.insert(command.end(), helperArguments.begin(), helperArguments.end());
     return command;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <csignal>
 #include <fstream>
+#include <sstream>
 #include <thread>
 
 namespace bridge::office {
@@ -13,7 +14,10 @@ namespace fs = std::filesystem;
 
 std::string fileOfProcess(const fs::path& process, const char* name) {
     std::ifstream file(process / name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    // Its process may end at any moment.
+    std::ostringstream content;
+    content << file.rdbuf();
+    return content.str();
 }
 
 } // namespace
@@ -41,9 +45,10 @@ std::vector<pid_t> PrivateOffice::processes(const std::string& program) const {
     std::error_code none;
     for (const auto& process : fs::directory_iterator("/proc", none)) {
         const pid_t pid = std::atoi(process.path().filename().c_str());
+        if (pid <= 0) continue;
         const auto status = fileOfProcess(process, "stat");
         const auto end = status.rfind(')');
-        if (pid <= 0 || end == status.npos || status.compare(end + 2, 1, "Z") == 0) continue;
+        if (end == status.npos || status.compare(end + 2, 1, "Z") == 0) continue;
         parents.emplace_back(pid, std::atoi(status.c_str() + end + 4));
         if (fileOfProcess(process, "cmdline").find(workFolder() + "/") != std::string::npos) family.push_back(pid);
     }

@@ -60,7 +60,7 @@ void serve(MessageChannel& channel, const Options& options) {
 } // namespace
 
 // brindlefox-office HOME IDLE-SECONDS RESIDENT-BYTES DOCUMENTS: started by the bridge, which is at the other end of
-// the socket. Everything that it starts ends with it, because it is the reason for the namespace that all are in.
+// the socket. Everything that it starts ends with it, because it is the first process of a namespace.
 int main(int count, char** words) {
     if (count != 5) return EXIT_FAILURE;
     MessageChannel channel{FileDescriptor(helperSocket)};

@@ -12,6 +12,9 @@ namespace {
 
 using Area = css::table::CellRangeAddress;
 
+// All of a column, and no more than memory can hold with ease.
+constexpr size_t mostCells = size_t{1} << 20;
+
 // How each cell of the area is shown, by rows.
 std::vector<Shown> shownIn(const Area& area, const std::vector<FormatGroup>& groups) {
     const auto columns = static_cast<size_t>(area.EndColumn - area.StartColumn + 1);
@@ -65,15 +68,25 @@ private:
 std::vector<CellValue> cells(const Ref<css::lang::XComponent>& document, const GetCells& request) {
     const auto table = tableAt(document, request.sheet, request.table);
     const auto area = table.placed(request.range);
-    const auto range = table.cells(area);
+    const auto columns = static_cast<size_t>(area.EndColumn - area.StartColumn + 1);
+    const auto rows = static_cast<size_t>(area.EndRow - area.StartRow + 1);
+    if (columns * rows > mostCells) throw ScriptError(failed, "The range has too many cells.");
+    std::vector<CellValue> values(columns * rows);
+
+    // Beyond the area that is in use there is nothing to be read.
+    auto used = area;
+    used.EndColumn = std::min(area.EndColumn, table.area.EndColumn);
+    used.EndRow = std::min(area.EndRow, table.area.EndRow);
+    if (used.EndColumn < used.StartColumn || used.EndRow < used.StartRow) return values;
+    const auto range = table.cells(used);
     const auto data = as<css::sheet::XCellRangeData>(range)->getDataArray();
-    const auto shown = shownIn(area, NumberFormats(document).specialIn(range));
-    Reader reader(document, area);
-    std::vector<CellValue> values;
-    values.reserve(shown.size());
+    const auto shown = shownIn(used, NumberFormats(document).specialIn(range));
+    Reader reader(document, used);
+    auto next = shown.begin();
     for (sal_Int32 row = 0; row < data.getLength(); ++row)
         for (sal_Int32 column = 0; column < data[row].getLength(); ++column)
-            values.push_back(reader.value(data[row][column], shown[values.size()], row, column));
+            values[static_cast<size_t>(row) * columns + static_cast<size_t>(column)] =
+                reader.value(data[row][column], *next++, row, column);
     return values;
 }
 

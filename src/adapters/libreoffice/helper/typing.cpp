@@ -73,7 +73,7 @@ bool mayHaveFormat(std::string_view text) {
 } // namespace
 
 Typing typingOf(std::string_view text) {
-    if (text.starts_with('\'')) return Typing::careful;
+    if (text.starts_with('\'')) return Typing::literal;
     // Commas separate arguments in English, and mean something else to those who speak to many cells at once.
     if (text.starts_with('=')) return text.find_first_of(",{") == text.npos ? Typing::plain : Typing::careful;
     if (text.size() <= 5 && (lower(text) == "true" || lower(text) == "false")) return Typing::logical;

@@ -7,6 +7,7 @@
 #include <com/sun/star/sheet/XCellRangeFormula.hpp>
 #include <com/sun/star/sheet/XCellRangesQuery.hpp>
 #include <com/sun/star/sheet/XSheetCellRangeContainer.hpp>
+#include <com/sun/star/text/XTextRange.hpp>
 
 #include <fmt/format.h>
 
@@ -22,6 +23,11 @@ struct Typed {
     Typing typing = Typing::plain;
 };
 
+// LibreOffice loses tabs in cells when it saves, and what they kept apart would be one word.
+OUString cellText(std::string_view text) {
+    return toUno(text).replace('\t', ' ');
+}
+
 Typed typed(const CellValue& value) {
     if (const auto* flag = std::get_if<bool>(&value)) return {*flag ? OUString("1") : OUString("0"), Typing::logical};
     if (const auto* number = std::get_if<double>(&value)) return {toUno(fmt::format("{}", *number)), Typing::plain};
@@ -30,7 +36,8 @@ Typed typed(const CellValue& value) {
     const auto typing = typingOf(*text);
     const bool isTrue = text->starts_with('t') || text->starts_with('T');
     if (typing == Typing::logical) return {isTrue ? OUString("1") : OUString("0"), typing};
-    return {toUno(*text), typing};
+    if (typing == Typing::literal) return {cellText(std::string_view(*text).substr(1)), typing};
+    return {cellText(*text), typing};
 }
 
 // Cells next to one another are told as one area.
@@ -65,17 +72,21 @@ public:
 
     void finish() {
         if (!m_logical.empty()) m_formats.makeLogical(together(m_logical));
-        for (const auto& [cell, text] : m_careful)
-            setProperty(m_table.sheet->getCellByPosition(cell.StartColumn, cell.StartRow), "FormulaLocal",
-                        css::uno::Any(text));
+        for (const auto& [position, value] : m_single) {
+            const auto cell = m_table.sheet->getCellByPosition(position.StartColumn, position.StartRow);
+            if (value.typing == Typing::literal)
+                as<css::text::XTextRange>(cell)->setString(value.text);
+            else
+                setProperty(cell, "FormulaLocal", css::uno::Any(value.text));
+        }
     }
 
 private:
     // What the cell gets at once, with all others.
     OUString sort(const Typed& value, const Area& cell) {
         if (value.typing == Typing::logical) extend(m_logical, cell);
-        if (value.typing != Typing::careful) return value.text;
-        m_careful.emplace_back(cell, value.text);
+        if (value.typing != Typing::careful && value.typing != Typing::literal) return value.text;
+        m_single.emplace_back(cell, value);
         return {};
     }
 
@@ -96,7 +107,7 @@ private:
     const PlacedTable& m_table;
     NumberFormats m_formats;
     std::vector<Area> m_logical;
-    std::vector<std::pair<Area, OUString>> m_careful;
+    std::vector<std::pair<Area, Typed>> m_single;
 };
 
 } // namespace
