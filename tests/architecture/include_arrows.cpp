@@ -52,6 +52,10 @@ constexpr std::array known = std::to_array<KnownHeader>({
     {"libedata-book/", "eds"},
     {"libedataserver/", "eds"},
     {"libebackend/", "eds"},
+    {"com/sun/star/", "uno"},
+    {"cppuhelper/", "uno"},
+    {"rtl/", "uno"},
+    {"libavformat/", "ffmpeg"},
     {"linux/", "linux"},
     {"sys/syscall.h", "linux"},
     {"sys/", "posix"},
@@ -114,7 +118,8 @@ std::string systemOf(std::string_view header) {
 std::string faultOf(const Include& include) {
     const auto where = include.file + ":" + std::to_string(include.line) + ": ";
     const auto room = roomOf(include.file);
-    const Rule* rule = ruleFor(room);
+    // A folder within a room may have a rule of its own.
+    const Rule* rule = ruleFor(include.file);
     if (!rule) return where + "stands in no room that has a rule";
 
     if (include.isSystem) {

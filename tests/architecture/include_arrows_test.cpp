@@ -77,6 +77,9 @@ TEST(IncludeChecker, CatchesArrowsThatPointTheWrongWay) {
     EXPECT_TRUE(mayInclude("server/a.h", "#include \"bridges/files/a.h\""));
     EXPECT_FALSE(mayInclude("server/a.h", "#include \"adapters/posix/a.h\""));
     EXPECT_FALSE(mayInclude("server/a.h", "#include \"app/a.h\""));
+    EXPECT_TRUE(mayInclude("adapters/libreoffice/helper/a.cpp", "#include <com/sun/star/uno/Any.hxx>"));
+    EXPECT_FALSE(mayInclude("adapters/libreoffice/a.cpp", "#include <com/sun/star/uno/Any.hxx>"));
+    EXPECT_TRUE(mayInclude("adapters/libreoffice/helper/a.cpp", "#include \"adapters/libreoffice/a.h\""));
     EXPECT_TRUE(mayInclude("app/main.cpp", "#include \"adapters/posix/a.h\""));
     EXPECT_TRUE(mayInclude("app/dashboard/a.cpp", "#include \"server/a.h\""));
 }

@@ -46,6 +46,10 @@ inline const std::vector<Rule> rules{
     {"adapters/libreoffice", {"base", "platform", "adapters/applescript"}, {"standard", "fmt", "posix"}},
     // The dictionaries know of the office program what any program would have to offer.
     {"adapters/iworkapps", {"base", "platform", "adapters/applescript", "adapters/libreoffice"}, {"standard", "fmt"}},
+    // The program that is in the sandbox with LibreOffice.
+    {"adapters/libreoffice/helper",
+     {"base", "platform", "adapters/libreoffice"},
+     {"standard", "fmt", "posix", "linux", "uno", "ffmpeg"}},
     // The session bus, by GLib, for all who speak over it.
     {"adapters/dbus", {}, {"standard", "glib"}},
     {"adapters/glib", {"base", "platform"}, {"standard", "fmt", "posix", "glib"}},

@@ -42,6 +42,7 @@ TEST_F(Lifetime, EndsAfterATimeWithoutDocuments) {
     EXPECT_EQ(brief->office().bodyText(document, call), "");
     brief->office().close(document, call);
     brief->awaitEnd("soffice.bin");
+    brief->awaitEnd("brindlefox-office");
     EXPECT_FALSE(brief->office().isRunning());
     EXPECT_EQ(failureOf([&] { brief->office().create(DocumentKind::text, call); }).second, "");
 }

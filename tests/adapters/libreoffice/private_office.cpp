@@ -48,7 +48,7 @@ std::vector<pid_t> PrivateOffice::processes(const std::string& program) const {
         if (pid <= 0) continue;
         const auto status = fileOfProcess(process, "stat");
         const auto end = status.rfind(')');
-        if (end == status.npos || status.compare(end + 2, 1, "Z") == 0) continue;
+        if (end == status.npos) continue;
         parents.emplace_back(pid, std::atoi(status.c_str() + end + 4));
         if (fileOfProcess(process, "cmdline").find(workFolder() + "/") != std::string::npos) family.push_back(pid);
     }
