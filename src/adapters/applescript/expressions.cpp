@@ -130,9 +130,11 @@ Datum Evaluator::concatenate(const Datum& left, const Datum& right) {
         return merged;
     }
     auto joined = m_heap.list();
-    for (const auto& part : {left, right})
-        for (const auto& item : bridge::applescript::listOf(part, m_heap)->items())
+    for (const auto* part : {&left, &right}) {
+        const auto items = bridge::applescript::listOf(*part, m_heap);
+        for (const auto& item : items->items())
             joined->append(item);
+    }
     return joined;
 }
 

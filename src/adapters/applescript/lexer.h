@@ -15,8 +15,8 @@ public:
     std::vector<Token> tokens();
 
 private:
-    // A script of 10,000 statements has a hundredth of it.
-    static constexpr size_t mostTokens = 2'000'000;
+    // A script of 10,000 statements has a tenth of it.
+    static constexpr size_t mostTokens = 1'000'000;
 
     char peek(size_t ahead = 0) const;
     bool startsWith(std::string_view text) const { return m_source.substr(m_position).starts_with(text); }

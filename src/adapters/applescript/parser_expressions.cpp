@@ -90,22 +90,12 @@ void Parser::attach(Expression& node, Expression container) {
 
 // "name of every track of p whose …" chooses among the tracks.
 void Parser::filter(Expression& node, Expression condition) {
-    Element* chosen = nullptr;
-    for (auto* part = &node; *part;) {
-        if (auto* element = contentOf<Element>(*part)) {
-            if (!chosen || chosen->selection == Element::Selection::at) chosen = element;
-            if (chosen->selection != Element::Selection::at) break;
-            part = &element->container;
-        } else if (auto* property = contentOf<Property>(*part)) {
-            part = &property->container;
-        } else if (auto* counted = contentOf<Count>(*part)) {
-            part = &counted->operand;
-        } else {
-            break;
-        }
-    }
-    if (!chosen || chosen->condition) fault("elements before this");
-    chosen->condition = std::move(condition);
+    if (auto* property = contentOf<Property>(node); property && property->container)
+        return filter(property->container, std::move(condition));
+    if (auto* counted = contentOf<Count>(node)) return filter(counted->operand, std::move(condition));
+    auto* element = contentOf<Element>(node);
+    if (!element || element->condition) fault("elements before this");
+    element->condition = std::move(condition);
 }
 
 } // namespace bridge::applescript

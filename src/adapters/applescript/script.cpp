@@ -40,6 +40,13 @@ ApplicationList::ApplicationList(std::vector<std::unique_ptr<Application>> appli
     }
 }
 
+std::vector<std::string> ApplicationList::names() const {
+    std::vector<std::string> names;
+    for (const auto& [name, application] : m_known)
+        names.push_back(name);
+    return names;
+}
+
 const ApplicationList::Known* ApplicationList::known(const std::string& name) const {
     const auto found = m_known.find(lowercase(name));
     return found == m_known.end() ? nullptr : &found->second;

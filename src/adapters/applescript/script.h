@@ -16,6 +16,7 @@ class ApplicationList {
 public:
     explicit ApplicationList(std::vector<std::unique_ptr<Application>> applications);
 
+    std::vector<std::string> names() const; // in lower case
     // By name without regard to case; nullptr when there is none.
     Application* find(const std::string& name) const;
     const Terminology* terms(const std::string& name) const;
