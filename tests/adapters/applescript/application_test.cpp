@@ -46,7 +46,6 @@ TEST_F(Telling, FindsElements) {
     EXPECT_EQ(told("name of good 1 in favourite shelf"), "R10");
     EXPECT_EQ(told("get end date"), "tomorrow");
     EXPECT_EQ(told("class of shelf 1"), "shelf");
-    EXPECT_EQ(text("name of shelf 1 of application \"Shop\""), errorText("name of shelf 1 of application \"Shop\""));
 }
 
 TEST_F(Telling, FindsManyElements) {

@@ -39,14 +39,13 @@ TEST_F(Syntax, RefusesWhatIsNoScript) {
 TEST_F(Syntax, EndsWhatIsNestedTooDeep) {
     const auto many = [](const std::string& part) {
         std::string all;
-        for (int time = 0; time < 20'000; ++time)
+        for (int time = 0; time < 5'000; ++time)
             all += part;
         return all;
     };
-    for (const auto* part :
-         {"(",      "{",    "not ",           "- ",       "x of ", "tell it to ", "if true then ",
-          "f(",     "{a:",  "every item of ", "repeat\n", "try\n", "a & (",       "end of ",
-          "count ", "get ", "item 1 of ",     "word (",   "its ",  "close ",      "tell {} to tell "})
+    for (const auto* part : {"(",      "{",    "not ",           "- ",       "x of ", "tell it to ", "if true then ",
+                             "f(",     "{a:",  "every item of ", "repeat\n", "try\n", "a & (",       "end of ",
+                             "count ", "get ", "item 1 of ",     "word (",   "its ",  "close "})
         EXPECT_EQ(errorNumber(many(part) + "1"), -2706) << part;
     EXPECT_EQ(errorNumber("1" + many("'s x")), -2706);
     EXPECT_EQ(errorNumber(many("x ")), -2741);
@@ -54,7 +53,7 @@ TEST_F(Syntax, EndsWhatIsNestedTooDeep) {
 }
 
 TEST_F(Syntax, TakesNoMoreThanAScriptCanHave) {
-    std::string source(3'000'000, '\n');
+    std::string source(1'100'000, '\n');
     EXPECT_EQ(errorNumber(source), -108);
 }
 
