@@ -88,6 +88,7 @@ void FakeOffice::meetTrouble(std::string_view name, Call& call) {
         m_troubles.erase(trouble);
         if (met.kind == Trouble::Kind::failure) throw *met.error;
         if (met.kind == Trouble::Kind::hang) {
+            onHang();
             pollfd cancelled{call.cancelDescriptor(), POLLIN, 0};
             ::poll(&cancelled, 1, static_cast<int>(call.remaining().count()));
         }

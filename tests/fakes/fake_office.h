@@ -3,6 +3,7 @@
 #include "adapters/libreoffice/office.h"
 
 #include <atomic>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -46,6 +47,7 @@ public:
     std::optional<std::string> unavailable; // why
     std::atomic<bool> wasAskedTwiceAtOnce = false;
     int closedAll = 0;
+    std::function<void()> onHang = [] {}; // on the script's thread, when it begins
 
     size_t count(std::string_view name) const;
     size_t openDocuments() const { return m_open.size(); }
