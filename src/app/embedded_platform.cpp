@@ -10,8 +10,8 @@
 #include "app/build_info.h"
 #include "app/no_consent_prompt.h"
 #include "app/no_folder_chooser.h"
-#include "app/no_script_engine.h"
 #include "app/platform.h"
+#include "app/script_applications.h"
 
 namespace bridge {
 
@@ -30,7 +30,7 @@ Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder) {
     platform.clock = std::make_unique<SystemClock>();
     platform.eventStore = std::make_unique<SqliteEventStore>(file(profile::calendars), *platform.clock);
     platform.contactStore = std::make_unique<SqliteContactStore>(file(profile::contacts), *platform.clock);
-    platform.scriptEngine = std::make_unique<NoScriptEngine>();
+    platform.scriptEngine = std::make_unique<ScriptApplications>(loop, file(profile::office));
     return platform;
 }
 

@@ -45,6 +45,7 @@ constexpr const char* consent = "consent.json";
 constexpr const char* trash = "Trash";
 constexpr const char* calendars = "calendars.db";
 constexpr const char* contacts = "contacts.db";
+constexpr const char* office = "Office"; // copies of open documents, and nothing that lasts
 } // namespace profile
 
 // The folder of the logged-in user's profile. Nothing is made.

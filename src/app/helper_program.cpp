@@ -1,0 +1,15 @@
+#include "app/helper_program.h"
+
+#include <filesystem>
+
+namespace bridge {
+
+std::string helperProgram(std::string_view name) {
+    std::error_code problem;
+    const auto self = std::filesystem::read_symlink("/proc/self/exe", problem);
+    const auto installed = self.parent_path().parent_path() / "libexec" / "brindlefox-apple-bridge" / name;
+    if (!problem && std::filesystem::exists(installed, problem)) return installed.string();
+    return (std::filesystem::path(BRIDGE_BUILT_HELPERS) / name).string();
+}
+
+} // namespace bridge

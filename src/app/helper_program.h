@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace bridge {
+
+// Where a program of ours lies that only we start: as installed, seen from the running program, or else as built. It
+// may not be there, since some are built only with the libraries that they need.
+std::string helperProgram(std::string_view name);
+
+} // namespace bridge
