@@ -59,7 +59,8 @@ HTTPRequest requestFor(const Step& step, const std::string& credential, const Na
     request.url = fmt::format("http://{}:{}/v1/execute", BridgeHTTPServer::address, BridgeHTTPServer::port);
     request.headers = {{"Authorization", "Bearer " + credential}};
     request.body = requestBody(step, values);
-    request.timeout = std::chrono::seconds(30);
+    // An application alone may take thirty seconds.
+    request.timeout = std::chrono::seconds(60);
     return request;
 }
 

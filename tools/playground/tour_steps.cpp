@@ -80,17 +80,40 @@ constexpr Step steps[] = {
     {"music.playlists.delete", R"({"identifier":"p"})", true, later},
     {"music.play", R"({"identifier":"1"})", false, later},
     {"music.pause", nullptr, false, later},
-    {"iwork.pages.create", R"({"rootID":"$root","path":"a.pages","text":"A"})", false, "operation_failed"},
-    {"iwork.pages.read", R"({"rootID":"$root","path":"a.pages"})", false, "resource_not_found"},
-    {"iwork.numbers.create", R"({"rootID":"$root","path":"a.numbers","values":[[1]]})", false, "operation_failed"},
-    {"iwork.numbers.write_range", R"({"rootID":"$root","path":"a.numbers","range":"A1","values":[[2]]})", false,
-     "resource_not_found"},
-    {"iwork.numbers.read_range", R"({"rootID":"$root","path":"a.numbers","range":"A1"})", false, "resource_not_found"},
-    {"iwork.keynote.create", R"({"rootID":"$root","path":"a.key","slides":[{"title":"A"}]})", false,
+    {"iwork.pages.create",
+     R"({"rootID":"$root","path":"Spring fair/Invitation.pages","text":"Dear neighbours,\nbring a cake.\n"})"},
+    {"iwork.pages.create", R"({"rootID":"$root","path":"Spring fair/Invitation.pages","text":""})", false,
      "operation_failed"},
+    {"iwork.pages.read", R"({"rootID":"$root","path":"Spring fair/Invitation.pages"})"},
+    {"iwork.numbers.create",
+     R"({"rootID":"$root","path":"Spring fair/Budget.numbers",)"
+     R"~("values":[["Item","Cost","Paid"],["Tent",120.5,true],["Cakes",38,null],["Total","=SUM(B2:B3)",null]]})~"},
+    {"iwork.numbers.write_range",
+     R"({"rootID":"$root","path":"Spring fair/Budget.numbers","range":"b3:c3","values":[[42,true]]})"},
+    {"iwork.numbers.write_range",
+     R"({"rootID":"$root","path":"Spring fair/Budget.numbers","range":"B3:C3","values":[[42]]})", false,
+     "malformed_request"},
+    {"iwork.numbers.read_range", R"({"rootID":"$root","path":"Spring fair/Budget.numbers","range":"A1:C4"})"},
+    {"iwork.keynote.create", R"({"rootID":"$root","path":"Spring fair/Welcome.key",)"
+                             R"("slides":[{"title":"Spring fair","body":"Saturday at three"},{"title":"Thank you"}]})"},
+    {"iwork.export", R"({"application":"pages","rootID":"$root","inputPath":"Spring fair/Invitation.pages",)"
+                     R"("outputPath":"Spring fair/Exports/Invitation.pdf","format":"pdf"})"},
+    {"iwork.export", R"({"application":"pages","rootID":"$root","inputPath":"Spring fair/Invitation.pages",)"
+                     R"("outputPath":"Spring fair/Exports/Invitation.docx","format":"docx"})"},
+    {"iwork.export", R"({"application":"numbers","rootID":"$root","inputPath":"Spring fair/Budget.numbers",)"
+                     R"("outputPath":"Spring fair/Exports/Budget.xlsx","format":"xlsx"})"},
+    {"iwork.export", R"({"application":"numbers","rootID":"$root","inputPath":"Spring fair/Budget.numbers",)"
+                     R"("outputPath":"Spring fair/Exports/Budget.csv","format":"csv"})"},
+    {"iwork.export", R"({"application":"keynote","rootID":"$root","inputPath":"Spring fair/Welcome.key",)"
+                     R"("outputPath":"Spring fair/Exports/Welcome.pptx","format":"pptx"})"},
+    {"iwork.export", R"({"application":"keynote","rootID":"$root","inputPath":"Spring fair/Welcome.key",)"
+                     R"("outputPath":"Spring fair/Exports/Welcome.mov","format":"movie"})"},
     {"iwork.export",
-     R"({"application":"pages","rootID":"$root","inputPath":"a.pages","outputPath":"a.pdf","format":"pdf"})", false,
-     "resource_not_found"},
+     R"({"application":"numbers","rootID":"$root","inputPath":"Spring fair/Budget.numbers",)"
+     R"("outputPath":"Spring fair/Exports/Budget.docx","format":"docx"})",
+     false, "malformed_request"},
+    {"files.list", R"({"rootID":"$root","path":"Spring fair/Exports"})"},
+    {"files.delete", R"({"rootID":"$root","path":"Spring fair"})", true},
     {"location.current", nullptr, false, later},
     {"maps.places.search", R"({"query":"station","limit":3})", false, later},
     {"maps.directions",
