@@ -32,6 +32,7 @@ template <typename Service> void mention(const char* kind, const std::unique_ptr
 void mentionTheDesktop(EventLoop& loop, const std::vector<ImportedFile>& files) {
     const auto haveSome = [&](FileKind kind) { return std::ranges::count(files, kind, &ImportedFile::kind) > 0; };
     if (haveSome(FileKind::calendar)) mention("calendars", openCalendarService(loop));
+    if (haveSome(FileKind::contacts)) mention("contacts", openContactService(loop));
 }
 
 int importFiles(const ImportOptions& options) {
