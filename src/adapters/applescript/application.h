@@ -46,8 +46,9 @@ public:
 
 // One command as the script gave it. Objects that were pointed at are found already.
 struct Command {
-    std::string name;                                      // "export"
-    std::optional<Value> direct = std::nullopt;            // the direct parameter; otherwise the target of the tell
+    std::string name; // "export"
+    // The direct parameter; otherwise the target of the tell, and nothing when that is the application itself.
+    std::optional<Value> direct = std::nullopt;
     std::vector<std::pair<std::string, Value>> parameters; // by label: {"to", File{…}}
 
     const Value* parameter(std::string_view label) const;

@@ -3,7 +3,8 @@
 #include "adapters/applescript/application.h"
 #include "adapters/applescript/heap.h"
 #include "adapters/applescript/numbers.h"
-#include "base/text.h"
+
+#include <fmt/format.h>
 
 namespace bridge::applescript {
 
@@ -31,10 +32,10 @@ struct Describer {
     std::string operator()(bool truth) const { return truth ? "true" : "false"; }
     std::string operator()(int64_t integer) const { return std::to_string(integer); }
     std::string operator()(double real) const { return writeReal(real); }
-    std::string operator()(const Text& text) const { return "\"" + shortened(text->text()) + "\""; }
+    std::string operator()(const Text& text) const { return fmt::format("\"{}\"", shortened(text->text())); }
     std::string operator()(const Constant& constant) const { return constant.name; }
     std::string operator()(const ClassName& name) const { return name.name; }
-    std::string operator()(const File& file) const { return "file \"" + shortened(file.path) + "\""; }
+    std::string operator()(const File& file) const { return fmt::format("file \"{}\"", shortened(file.path)); }
     std::string operator()(const InsertionPoint& point) const { return "insertion point of " + point.className; }
     std::string operator()(const ObjectPointer& object) const { return shortened(object->description()); }
     std::string operator()(const ListReference& list) const {

@@ -4,6 +4,7 @@
 #include "base/text.h"
 
 #include <algorithm>
+#include <fmt/format.h>
 
 namespace bridge::applescript {
 
@@ -183,12 +184,12 @@ size_t Evaluator::countOf(const Datum& container, const std::string& className) 
 ScriptError Evaluator::notThere(const Element& element, const Datum& container) {
     using Selection = Element::Selection;
     std::string what = element.className;
-    if (element.selection == Selection::at) what += " " + describe(value(element.key));
-    if (element.selection == Selection::withID) what += " id " + describe(value(element.key));
+    if (element.selection == Selection::at) what = fmt::format("{} {}", what, describe(value(element.key)));
+    if (element.selection == Selection::withID) what = fmt::format("{} id {}", what, describe(value(element.key)));
     if (element.selection == Selection::range)
-        what = element.className + "s " + describe(value(element.key)) + " thru " + describe(value(element.last));
-    if (element.selection == Selection::middle) what = "middle " + what;
-    if (element.selection == Selection::some) what = "some " + what;
+        what = fmt::format("{}s {} thru {}", what, describe(value(element.key)), describe(value(element.last)));
+    if (element.selection == Selection::middle) what.insert(0, "middle ");
+    if (element.selection == Selection::some) what.insert(0, "some ");
     if (element.condition)
         return {invalidIndex,
                 "Can’t get " + what + " of " + describe(container) + " whose condition holds. Invalid index."};
