@@ -38,8 +38,12 @@ protected:
     std::pair<int, std::string> whileStopped(const std::string& program, const Action& action,
                                              const Interference& interference) {
         place.send(program, SIGSTOP);
+        const auto before = place.timesAsleep("brindlefox-office");
         std::pair<int, std::string> failure;
         std::thread script([&] { failure = failureOf(action); });
+        // Until the helper has looked at the request, and waits for LibreOffice instead.
+        while (place.timesAsleep("brindlefox-office") == before)
+            std::this_thread::yield();
         interference();
         script.join();
         return failure;

@@ -66,6 +66,16 @@ void PrivateOffice::send(const std::string& program, int signal) const {
         kill(pid, signal);
 }
 
+std::string PrivateOffice::timesAsleep(const std::string& program) const {
+    std::string times;
+    for (const pid_t pid : processes(program)) {
+        const auto status = fileOfProcess("/proc/" + std::to_string(pid), "status");
+        const auto line = status.find("\nvoluntary_ctxt_switches:");
+        if (line != status.npos) times += status.substr(line, status.find('\n', line + 1) - line);
+    }
+    return times;
+}
+
 void PrivateOffice::awaitEnd(const std::string& program) const {
     while (!processes(program).empty())
         std::this_thread::yield();
