@@ -67,18 +67,8 @@ WorkFolder& OfficeClient::folder() {
     return *m_folder;
 }
 
-// LibreOffice starts in a second, and in some hundred starts one comes to nothing. Nobody has asked it anything by then,
-// so it is started again as long as the call has time.
 void OfficeClient::start(Office::Call& call) {
     if (const auto reason = whyUnavailable()) throw ScriptError(notStarted, *reason);
-    while (!tryStart(call))
-        call.check();
-}
-
-bool OfficeClient::tryStart(Office::Call& call) {
-    constexpr std::chrono::seconds longest{20};
-    auto patience = patienceOf(call);
-    patience.until = std::min(patience.until, Patience::Clock::now() + longest);
     const std::vector arguments{m_options.programs.home, std::to_string(m_options.idle.count()),
                                 std::to_string(m_options.residentBytes), std::to_string(m_options.documents)};
     auto process = std::make_unique<OfficeProcess>(
@@ -88,11 +78,7 @@ bool OfficeClient::tryStart(Office::Call& call) {
         m_process = std::move(process);
     }
     try {
-        result<bool>(parseJSON(m_process->channel().receive(patience)));
-        return true;
-    } catch (const PatienceOver&) {
-        end();
-        return false;
+        result<bool>(parseJSON(m_process->channel().receive(patienceOf(call))));
     } catch (const ChannelClosed&) {
         end();
         throw ScriptError(notStarted, "LibreOffice could not be started.");

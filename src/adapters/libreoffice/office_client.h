@@ -39,8 +39,6 @@ private:
     JSONValue exchange(const std::string& request, Office::Call& call);
     std::optional<JSONValue> tryExchange(const std::string& request, Office::Call& call);
     void start(Office::Call& call);
-    // False when LibreOffice does not come up in its time.
-    bool tryStart(Office::Call& call);
     void forget();
     [[noreturn]] void fail(const Failure& failure);
     [[noreturn]] void failWithNonsense();
