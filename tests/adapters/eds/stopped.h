@@ -1,13 +1,13 @@
 #pragma once
 
-#include <csignal>
+#include "tests/support/stop_process.h"
 
 namespace bridge {
 
 // A process that does nothing as long as this lives.
 class Stopped {
 public:
-    explicit Stopped(pid_t process) : m_process(process) { ::kill(m_process, SIGSTOP); }
+    explicit Stopped(pid_t process) : m_process(process) { stopProcess(m_process); }
     Stopped(const Stopped&) = delete;
     Stopped& operator=(const Stopped&) = delete;
     ~Stopped() { ::kill(m_process, SIGCONT); }

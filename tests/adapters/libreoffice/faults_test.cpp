@@ -37,7 +37,7 @@ protected:
     template <typename Action, typename Interference>
     std::pair<int, std::string> whileStopped(const std::string& program, const Action& action,
                                              const Interference& interference) {
-        place.send(program, SIGSTOP);
+        place.stop(program);
         const auto before = place.timesAsleep("brindlefox-office");
         std::pair<int, std::string> failure;
         std::thread script([&] { failure = failureOf(action); });
@@ -80,7 +80,7 @@ TEST_F(OfficeFaults, EndOneCallWhenTheHelperIsKilled) {
 
 TEST_F(OfficeFaults, EndACallThatHangsWithItsTime) {
     const auto document = savedText("a.pages", "one");
-    place.send("soffice.bin", SIGSTOP);
+    place.stop("soffice.bin");
     applescript::ScriptCall brief(std::chrono::milliseconds(300));
     EXPECT_EQ(failureOf([&] { office().bodyText(document, brief); }).first, ScriptError::timedOut);
     place.awaitEnd("soffice.bin");

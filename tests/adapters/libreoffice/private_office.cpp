@@ -1,5 +1,7 @@
 #include "tests/adapters/libreoffice/private_office.h"
 
+#include "tests/support/stop_process.h"
+
 #include <algorithm>
 #include <csignal>
 #include <fstream>
@@ -64,6 +66,11 @@ std::vector<pid_t> PrivateOffice::processes(const std::string& program) const {
 void PrivateOffice::send(const std::string& program, int signal) const {
     for (const pid_t pid : processes(program))
         kill(pid, signal);
+}
+
+void PrivateOffice::stop(const std::string& program) const {
+    for (const pid_t pid : processes(program))
+        stopProcess(pid);
 }
 
 std::string PrivateOffice::timesAsleep(const std::string& program) const {

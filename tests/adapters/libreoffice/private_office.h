@@ -27,6 +27,8 @@ public:
     // The processes in the sandbox whose program has this name.
     std::vector<pid_t> processes(const std::string& program) const;
     void send(const std::string& program, int signal) const;
+    // They do nothing more until they are sent SIGCONT.
+    void stop(const std::string& program) const;
     // How often it has begun to wait for something.
     std::string timesAsleep(const std::string& program) const;
     // Until no process of it is left.
