@@ -10,7 +10,4 @@ namespace bridge::office {
 // of the time that it takes to ask for each.
 std::vector<std::vector<std::string>> shownTexts(const Ref<css::lang::XComponent>& document, sal_Int32 sheet);
 
-// Rows of CSV as LibreOffice writes it.
-std::vector<std::vector<std::string>> parseCSV(std::string_view text);
-
 } // namespace bridge::office
