@@ -20,10 +20,22 @@ constexpr int fileExists = -48;
     throw ScriptError(ScriptError::timedOut, "The office program took too long.");
 }
 
+std::string withLineFeeds(const std::string& text) {
+    std::string result;
+    for (size_t index = 0; index < text.size(); ++index)
+        if (text[index] != '\r')
+            result += text[index];
+        else if (index + 1 == text.size() || text[index + 1] != '\n')
+            result += '\n';
+    return result;
+}
+
 CellValue asTyped(const CellValue& value) {
     const auto* text = std::get_if<std::string>(&value);
     if (!text) return value;
     if (text->empty()) return std::monostate{};
+    if (text->front() == '\'') return text->substr(1);
+    if (*text == "TRUE" || *text == "false") return *text == "TRUE";
     double number = 0;
     const auto end = text->data() + text->size();
     const auto [stop, error] = std::from_chars(text->data(), end, number);
@@ -152,7 +164,7 @@ std::string FakeOffice::bodyText(DocumentID document, Call& call) {
 
 void FakeOffice::setBodyText(DocumentID document, const std::string& text, Call& call) {
     const Turn turn(*this, "setBodyText", call);
-    content(document).body = text;
+    content(document).body = withLineFeeds(text);
 }
 
 std::vector<Sheet> FakeOffice::sheets(DocumentID document, Call& call) {
@@ -164,6 +176,8 @@ std::vector<Sheet> FakeOffice::sheets(DocumentID document, Call& call) {
             grid.rows = std::max(grid.rows, cell.first + 1);
             grid.columns = std::max(grid.columns, cell.second + 1);
         }
+        const auto isNamedSo = [](const auto& named) { return named.first == "Table 1"; };
+        if (std::ranges::any_of(sheet.named, isNamedSo)) grid.name = sheet.name;
         sheets.push_back({sheet.name, {grid}});
         for (const auto& [name, range] : sheet.named)
             sheets.back().tables.push_back(
@@ -209,6 +223,8 @@ void FakeOffice::resizeTable(DocumentID document, int32_t sheet, int32_t table, 
     const Turn turn(*this, "resizeTable", call);
     auto& its = this->sheet(document, sheet);
     const auto before = onSheet(its, table, {0, 0, 0, 0});
+    if (rows < 1 || columns < 1 || rows > mostRows - before.firstRow || columns > mostColumns - before.firstColumn)
+        fail(ScriptError::noSuchObject, "The sheet has no room for it.");
     const auto within = [&](const auto& cell) {
         return cell.first.first >= before.firstRow && cell.first.second >= before.firstColumn;
     };
@@ -238,14 +254,14 @@ void FakeOffice::setSlideTitle(DocumentID document, int32_t slide, const std::st
     const Turn turn(*this, "setSlideTitle", call);
     auto& its = this->slide(document, slide);
     if (!its.hasTitle) fail(ScriptError::noSuchObject, "The slide has no room for a title.");
-    its.title = text;
+    its.title = withLineFeeds(text);
 }
 
 void FakeOffice::setSlideBody(DocumentID document, int32_t slide, const std::string& text, Call& call) {
     const Turn turn(*this, "setSlideBody", call);
     auto& its = this->slide(document, slide);
     if (!its.hasBody) fail(ScriptError::noSuchObject, "The slide has no room for a body.");
-    its.body = text;
+    its.body = withLineFeeds(text);
 }
 
 FakeOffice::Content& FakeOffice::content(DocumentID document) {
@@ -269,6 +285,7 @@ CellRange& FakeOffice::place(FakeSheet& sheet, int32_t table) {
 
 CellRange FakeOffice::onSheet(FakeSheet& sheet, int32_t table, CellRange range) {
     const auto room = table == 0 ? CellRange{0, 0, mostColumns - 1, mostRows - 1} : place(sheet, table);
+    if (range.firstColumn < 0 || range.firstRow < 0) fail(ScriptError::noSuchObject, "The range is beyond the table.");
     const CellRange there{room.firstColumn + range.firstColumn, room.firstRow + range.firstRow,
                           room.firstColumn + range.lastColumn, room.firstRow + range.lastRow};
     if (there.lastColumn > room.lastColumn || there.lastRow > room.lastRow)

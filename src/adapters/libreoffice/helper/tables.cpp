@@ -47,8 +47,9 @@ std::optional<Area> areaOfNamed(const Ref<css::uno::XInterface>& named) {
     return areaOf(cells);
 }
 
-void addNamed(std::vector<PlacedTable>& tables, const Ref<css::lang::XComponent>& document, const char* list) {
-    const auto names = property(document, list).get<Ref<css::container::XNameAccess>>();
+// The owner is the document, or the sheet for its own names.
+void addNamed(std::vector<PlacedTable>& tables, const Ref<css::uno::XInterface>& owner, const char* list) {
+    const auto names = property(owner, list).get<Ref<css::container::XNameAccess>>();
     const PlacedTable grid = tables.front();
     for (const auto& name : names->getElementNames()) {
         // What LibreOffice keeps for itself, such as the place of an unnamed filter.
@@ -92,6 +93,7 @@ std::vector<PlacedTable> tablesOf(const Ref<css::lang::XComponent>& document, in
     std::vector<PlacedTable> tables{{"Table 1", place, usedArea(place), areaOf(place), {}}};
     addNamed(tables, document, "DatabaseRanges");
     addNamed(tables, document, "NamedRanges");
+    addNamed(tables, place, "NamedRanges");
     std::sort(tables.begin() + 1, tables.end(), [](const auto& a, const auto& b) { return a.name < b.name; });
     const auto hasItsName = [](const PlacedTable& table) { return table.name == "Table 1"; };
     if (std::any_of(tables.begin() + 1, tables.end(), hasItsName))
