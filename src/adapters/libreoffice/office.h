@@ -87,6 +87,7 @@ public:
     virtual void setBodyText(DocumentID document, const std::string& text, Call& call) = 0;
 
     virtual std::vector<Sheet> sheets(DocumentID document, Call& call) = 0;
+    // As the document says when it is opened. What is saved here may not say it any more: then it is the first.
     virtual int32_t activeSheet(DocumentID document, Call& call) = 0;
     // In row-major order; a range beyond the table's room is noSuchObject.
     virtual std::vector<CellValue> cells(DocumentID document, int32_t sheet, int32_t table, CellRange range,

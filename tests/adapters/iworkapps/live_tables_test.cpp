@@ -120,10 +120,11 @@ TEST_F(LiveTables, AreFoundUnderNamesThatAreHardToWrite) {
 }
 
 TEST_F(LiveTables, LieOnTheSheetThatIsSeenFirst) {
-    planned({{{"One"}, {"Two"}, {"Three"}}, 2});
-    write({setCell("A1", "\"third\"")});
-    EXPECT_EQ(read("A1", "sheet \"Three\""), (Texts{"third"}));
-    EXPECT_EQ(read("A1", "sheet \"One\""), (Texts{"absent"}));
+    office::SpreadsheetPlan plan{{{"One"}, {"Two"}, {"Three"}}, 2};
+    putFile(folder / "flat.numbers", office::flatSpreadsheet(plan));
+    const auto source = "tell application \"Numbers\"\nset d to open POSIX file " + quoted(file("flat.numbers")) +
+                        "\nname of active sheet of d\nend tell";
+    EXPECT_EQ(text(source), "Three");
 }
 
 } // namespace bridge::iworkapps

@@ -60,9 +60,9 @@ TEST_F(NumbersScripts, FindSheetsAndTablesOfEveryName) {
         content.sheets.push_back({hostile, {}, {{hostile, {1, 1, 2, 2}}}});
         office.files.insert_or_assign(path, content);
         const auto sheet = "sheet " + quoted(hostile), table = "table " + quoted(hostile);
-        run(writeRange(path, sheet, table, {setCell("B2", quoted(hostile))}));
-        EXPECT_EQ(office.files.at(path).sheets[1].cells.at({2, 2}), CellValue(hostile));
-        EXPECT_EQ(texts(readRange(path, sheet, table, "B2")), (Texts{hostile}));
+        run(writeRange(path, sheet, table, {setCell("B2", quoted("the " + hostile))}));
+        EXPECT_EQ(office.files.at(path).sheets[1].cells.at({2, 2}), CellValue("the " + hostile));
+        EXPECT_EQ(texts(readRange(path, sheet, table, "B2")), (Texts{"the " + hostile}));
     }
 }
 
