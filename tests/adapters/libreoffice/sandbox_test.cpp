@@ -1,5 +1,6 @@
 #include "tests/adapters/libreoffice/flat_documents.h"
 #include "tests/adapters/libreoffice/office_test.h"
+#include "tests/support/child_process.h"
 
 #include <arpa/inet.h>
 #include <cstring>
@@ -26,6 +27,11 @@ public:
     std::string url(const std::string& path) const {
         return "http://127.0.0.1:" + std::to_string(ntohs(m_address.sin_port)) + path;
     }
+    void call() const {
+        const FileDescriptor caller(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+        if (connect(caller.get(), reinterpret_cast<const sockaddr*>(&m_address), sizeof m_address) != 0)
+            throw std::runtime_error("the listener can't be found");
+    }
     bool wasFound() const {
         pollfd watched{m_socket.get(), POLLIN, 0};
         return poll(&watched, 1, 0) != 0;
@@ -50,6 +56,12 @@ protected:
     DocumentID open(DocumentKind kind, const std::string& name, const std::string& content) {
         putFile(folder / name, content);
         return office().open(kind, folder.file(name), call);
+    }
+    // What a document that was saved says, and its macros.
+    std::string unpacked(const std::string& name) const {
+        ChildProcess unzip(
+            {"sh", "-c", "unzip -p \"$0\" content.xml 'Basic/*' | tr '\\n' ' '; echo", folder.file(name)}, {}, "");
+        return unzip.readLine();
     }
     std::string shownIn(DocumentID document, int32_t rows) {
         std::string all;
@@ -103,6 +115,9 @@ TEST_F(Sandbox, HasNoNetworkForAFormula) {
     EXPECT_THAT(shownIn(document, 2), testing::Not(testing::HasSubstr(secret)));
     office().exportTo(document, folder.file("out.pdf"), ExportFormat::pdf, call);
     EXPECT_FALSE(listener.wasFound());
+    // Outside of the sandbox the server can be found.
+    listener.call();
+    EXPECT_TRUE(listener.wasFound());
 }
 
 TEST_F(Sandbox, FetchesNothingThatATextPointsTo) {
@@ -134,6 +149,12 @@ TEST_F(Sandbox, FetchesNothingThatATextPointsTo) {
         EXPECT_THAT(getFile(out), testing::Not(testing::HasSubstr("root:")));
     }
     EXPECT_FALSE(listener.wasFound());
+    if (!ChildProcess::isInstalled("unzip")) GTEST_SKIP() << "unzip is not installed";
+    // LibreOffice has understood what points elsewhere: it is in what it saves.
+    office().saveAs(document, folder.file("b.pages"), call);
+    const auto saved = unpacked("b.pages");
+    for (const auto& link : {listener.url("/a.png"), listener.url("/a.txt"), std::string("secret.txt")})
+        EXPECT_THAT(saved, testing::HasSubstr(link));
 }
 
 TEST_F(Sandbox, RunsNoMacroOfADocument) {
@@ -149,6 +170,12 @@ TEST_F(Sandbox, RunsNoMacroOfADocument) {
     const auto document = open(DocumentKind::text, "a.pages", flatDocument("text", "<text:p>Hello</text:p>", macro));
     EXPECT_EQ(office().bodyText(document, call), "Hello");
     EXPECT_THAT(place.filesAtWork(), testing::Not(testing::Contains("ran")));
+    if (!ChildProcess::isInstalled("unzip")) GTEST_SKIP() << "unzip is not installed";
+    // LibreOffice has understood it: the macro and the event that would run it are in what it saves.
+    office().saveAs(document, folder.file("b.pages"), call);
+    const auto saved = unpacked("b.pages");
+    EXPECT_THAT(saved, testing::HasSubstr("/work/ran"));
+    EXPECT_THAT(saved, testing::HasSubstr("Standard.M.Main"));
 }
 
 TEST_F(Sandbox, ShowsNoProcessOfTheSystem) {
