@@ -20,6 +20,7 @@ public:
     void willAnswer(TypedAppleScriptValue value) { m_answers.emplace_back(std::move(value)); }
     void willFail(ScriptError error) { m_answers.emplace_back(std::move(error)); }
     void willNotCompile() { m_answers.emplace_back(NoScriptError("no script")); }
+    bool isApplicationRunning = false;
     // What the application does when it gets the script.
     std::function<void(const std::string& source)> application;
 
@@ -52,7 +53,7 @@ public:
         co_return std::get<TypedAppleScriptValue>(std::move(answer));
     }
 
-    bool isRunning(const std::string&) override { return false; }
+    bool isRunning(const std::string&) override { return isApplicationRunning; }
 
 private:
     struct Running {
