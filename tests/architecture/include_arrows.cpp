@@ -45,6 +45,7 @@ constexpr std::array known = std::to_array<KnownHeader>({
     {"gio/", "glib"},
     {"gmodule.h", "glib"},
     {"libsecret/", "libsecret"},
+    {"mpd/", "mpd"},
     {"dbus/", "dbus"},
     {"libical/", "libical"},
     {"libecal/", "eds"},

@@ -46,6 +46,11 @@ inline const std::vector<Rule> rules{
     {"adapters/libreoffice", {"base", "platform", "adapters/applescript"}, {"standard", "fmt", "posix"}},
     // The dictionaries know of the office program what any program would have to offer.
     {"adapters/iworkapps", {"base", "platform", "adapters/applescript", "adapters/libreoffice"}, {"standard", "fmt"}},
+    // So does the dictionary of music of what plays it, which a program fills.
+    {"adapters/musicapp", {"base", "platform", "adapters/applescript"}, {"standard", "fmt"}},
+    {"adapters/mpd",
+     {"base", "platform", "adapters/applescript", "adapters/musicapp"},
+     {"standard", "fmt", "posix", "mpd"}},
     // The program that is in the sandbox with LibreOffice.
     {"adapters/libreoffice/helper",
      {"base", "platform", "adapters/libreoffice"},
