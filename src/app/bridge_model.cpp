@@ -20,10 +20,11 @@ BridgeModel::BridgeModel(EventLoop& loop, Platform& platform, BridgeCapabilityPo
       contacts(*platform.contactStore, *platform.authorization),
       files(*platform.defaults, *platform.bookmarks, *platform.folderChooser, *platform.trash),
       iwork(files, *platform.scriptEngine),
+      music(*platform.musicLibrary, *platform.musicCatalog, *platform.scriptEngine, *platform.authorization),
       capabilityPolicy(policy),
       pairingStore(*platform.defaults, *platform.secureStore, *platform.httpClient),
       m_status(*platform.authorization, *platform.application, policy, dataBridge, files),
-      m_router(BridgeSet(m_status, dataBridge, contacts, files, iwork), policy, pairingStore, *platform.clock),
+      m_router(BridgeSet(m_status, dataBridge, contacts, files, iwork, music), policy, pairingStore, *platform.clock),
       httpServer(loop, m_router, *platform.clock) {
     agentServerURL.set(pairingStore.serverURL());
 }

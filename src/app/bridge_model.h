@@ -7,6 +7,7 @@
 #include "bridges/contacts/contact_data_bridge.h"
 #include "bridges/files/file_data_bridge.h"
 #include "bridges/iwork/iwork_automation_bridge.h"
+#include "bridges/music/music_data_bridge.h"
 #include "policy/bridge_capability_policy.h"
 #include "policy/bridge_pairing_store.h"
 #include "server/bridge_http_server.h"
@@ -75,6 +76,7 @@ public:
     ContactDataBridge contacts;
     FileDataBridge files;
     IWorkAutomationBridge iwork;
+    MusicDataBridge music;
     BridgeCapabilityPolicy& capabilityPolicy;
     BridgePairingStore pairingStore;
 

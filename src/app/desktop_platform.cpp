@@ -1,7 +1,10 @@
 #include "adapters/jsonfile/preferred_secure_store.h"
+#include "adapters/musicapp/player_music_library.h"
 #include "adapters/xdg/home_trash.h"
 #include "adapters/xdg/xdg_paths.h"
+#include "app/music_players.h"
 #include "app/platform.h"
+#include "app/script_applications.h"
 #include "base/log.h"
 #ifdef HAVE_EDS
 #include "adapters/eds/eds_contact_store.h"
@@ -62,6 +65,10 @@ Platform openDesktopPlatform(EventLoop& loop) {
     if (auto service = openCalendarService(loop)) platform.eventStore = std::move(service);
     if (auto service = openContactService(loop)) platform.contactStore = std::move(service);
     platform.trash = openTrash(XdgPaths());
+    const auto folder = userProfileFolder() + '/';
+    const auto player = openUsersMusicPlayer(folder + profile::musicPlayer);
+    platform.musicLibrary = std::make_unique<musicapp::PlayerMusicLibrary>(loop, player);
+    platform.scriptEngine = std::make_unique<ScriptApplications>(loop, folder + profile::office, player);
     log::note("The credential is kept in " + platform.secureStore->description() + ".");
     log::note("Calendars and reminders are those of " + platform.eventStore->description() + ".");
     log::note("Contacts are those of " + platform.contactStore->description() + ".");

@@ -2,16 +2,19 @@
 #include "adapters/jsonfile/consent_file.h"
 #include "adapters/jsonfile/file_secure_store.h"
 #include "adapters/jsonfile/json_file_user_defaults.h"
+#include "adapters/musicapp/player_music_library.h"
 #include "adapters/posix/posix_bookmarks.h"
 #include "adapters/posix/system_clock.h"
 #include "adapters/sqlite/sqlite_contact_store.h"
 #include "adapters/sqlite/sqlite_event_store.h"
 #include "adapters/xdg/home_trash.h"
 #include "app/build_info.h"
+#include "app/music_players.h"
 #include "app/no_consent_prompt.h"
 #include "app/no_folder_chooser.h"
 #include "app/platform.h"
 #include "app/script_applications.h"
+#include "app/unconfigured_music_catalog.h"
 
 namespace bridge {
 
@@ -30,7 +33,10 @@ Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder) {
     platform.clock = std::make_unique<SystemClock>();
     platform.eventStore = std::make_unique<SqliteEventStore>(file(profile::calendars), *platform.clock);
     platform.contactStore = std::make_unique<SqliteContactStore>(file(profile::contacts), *platform.clock);
-    platform.scriptEngine = std::make_unique<ScriptApplications>(loop, file(profile::office));
+    const auto player = openPrivateMusicPlayer(file(profile::musicPlayer), file(profile::music));
+    platform.musicLibrary = std::make_unique<musicapp::PlayerMusicLibrary>(loop, player);
+    platform.musicCatalog = std::make_unique<UnconfiguredMusicCatalog>();
+    platform.scriptEngine = std::make_unique<ScriptApplications>(loop, file(profile::office), player);
     return platform;
 }
 

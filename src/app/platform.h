@@ -9,6 +9,8 @@
 #include "platform/event_store.h"
 #include "platform/folder_chooser.h"
 #include "platform/http_client.h"
+#include "platform/music_catalog.h"
+#include "platform/music_library.h"
 #include "platform/script_engine.h"
 #include "platform/secure_store.h"
 #include "platform/trash.h"
@@ -34,6 +36,8 @@ struct Platform {
     // After the clock that they look at.
     std::unique_ptr<EventStore> eventStore;
     std::unique_ptr<ContactStore> contactStore;
+    std::unique_ptr<MusicLibrary> musicLibrary;
+    std::unique_ptr<MusicCatalog> musicCatalog;
     std::unique_ptr<ScriptEngine> scriptEngine;
 };
 
@@ -45,7 +49,9 @@ constexpr const char* consent = "consent.json";
 constexpr const char* trash = "Trash";
 constexpr const char* calendars = "calendars.db";
 constexpr const char* contacts = "contacts.db";
-constexpr const char* office = "Office"; // copies of open documents, and nothing that lasts
+constexpr const char* music = "Music";     // of the profile itself
+constexpr const char* musicPlayer = "MPD"; // its database and playlists
+constexpr const char* office = "Office";   // copies of open documents, and nothing that lasts
 } // namespace profile
 
 // The folder of the logged-in user's profile. Nothing is made.

@@ -1,4 +1,4 @@
-#include "bridges/music/music_requests.h"
+#include "bridges/music/music_data_bridge.h"
 #include "server/operation_rows.h"
 #include "server/operation_tables.h"
 #include "server/payloads.h"
@@ -7,15 +7,20 @@ namespace bridge {
 
 namespace {
 
+struct Paused {
+    static BridgeOperationResult result(const auto&) { return {true, "music.pause"}; }
+};
+
 constexpr std::array rows{
-    later<SearchMusicRequest>("music.search", BridgeCapability::musicLibraryRead),
-    later<LimitPayload>("music.playlists.list", BridgeCapability::musicPlaylistsRead),
-    later<CreateMusicPlaylistRequest>("music.playlists.create", BridgeCapability::musicPlaylistsCreate),
-    later<AddSongsToMusicPlaylistRequest>("music.playlists.add_songs", BridgeCapability::musicPlaylistsUpdate),
-    later<MusicPlaylistIdentifierRequest>("music.playlists.delete", BridgeCapability::musicPlaylistsDelete,
-                                          Confirm::always),
-    later<MusicSongIdentifierRequest>("music.play", BridgeCapability::musicPlayback),
-    later("music.pause", BridgeCapability::musicPlayback),
+    operation<&MusicDataBridge::searchSongs>("music.search", BridgeCapability::musicLibraryRead),
+    listing<&MusicDataBridge::listPlaylists, LimitPayload>("music.playlists.list",
+                                                           BridgeCapability::musicPlaylistsRead),
+    operation<&MusicDataBridge::createPlaylist>("music.playlists.create", BridgeCapability::musicPlaylistsCreate),
+    operation<&MusicDataBridge::addSongs>("music.playlists.add_songs", BridgeCapability::musicPlaylistsUpdate),
+    deletion<&MusicDataBridge::deletePlaylist, &MusicPlaylistIdentifierRequest::identifier>(
+        "music.playlists.delete", BridgeCapability::musicPlaylistsDelete),
+    operation<&MusicDataBridge::playSong>("music.play", BridgeCapability::musicPlayback),
+    act<&MusicDataBridge::pause, Paused>("music.pause", BridgeCapability::musicPlayback),
 };
 static_assert(wellFormed(rows));
 

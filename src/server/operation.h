@@ -16,10 +16,11 @@ class BridgeStatus;
 class ContactDataBridge;
 class FileDataBridge;
 class IWorkAutomationBridge;
+class MusicDataBridge;
 
 // The objects that operations call, found by their type. They outlive every request.
-using BridgeSet =
-    std::tuple<const BridgeStatus&, AppleDataBridge&, ContactDataBridge&, FileDataBridge&, IWorkAutomationBridge&>;
+using BridgeSet = std::tuple<const BridgeStatus&, AppleDataBridge&, ContactDataBridge&, FileDataBridge&,
+                             IWorkAutomationBridge&, MusicDataBridge&>;
 
 // When a client must say `"confirmed": true`.
 enum class Confirm { never, always, whenOverwriting };

@@ -127,6 +127,18 @@ public:
     }
 };
 
+// The call takes nothing, but clients send a payload that must be well formed.
+template <auto call, typename Ignored> class PreparedListing : public Prepared<Ignored, FixedCapability{}> {
+public:
+    using Prepared<Ignored, FixedCapability{}>::Prepared;
+
+    Task<BridgeResponse> run(const BridgeSet& bridges, Responder responder) override {
+        auto pending = invoke<call>(bridges, NoRequest{});
+        auto result = co_await std::move(pending);
+        co_return responder.success(std::move(result));
+    }
+};
+
 // The bridge behind this operation does not exist yet: everything up to running it answers as it will.
 template <typename Request> class PreparedForLater : public Prepared<Request, FixedCapability{}> {
 public:
@@ -222,6 +234,22 @@ template <auto call, auto member = &IdentifierPayload::identifier>
 consteval Operation deletion(std::string_view name, BridgeCapability capability) {
     return detail::callRow<call, detail::FixedCapability{}, detail::DeletionResult<member>>(name, capability, {},
                                                                                             Confirm::always);
+}
+
+// For a call that answers nothing; the result of the wire is Wrap::result(request).
+template <auto call, typename Wrap> consteval Operation act(std::string_view name, BridgeCapability capability) {
+    return detail::callRow<call, detail::FixedCapability{}, Wrap>(name, capability, {}, Confirm::never);
+}
+
+// A payload that is decoded and otherwise ignored.
+template <auto call, typename Ignored> consteval Operation listing(std::string_view name, BridgeCapability capability) {
+    return {name,
+            capability,
+            {},
+            Confirm::never,
+            &detail::prepare<detail::PreparedListing<call, Ignored>, Ignored>,
+            detail::describeRequest<Ignored>(),
+            detail::describeResult<call, detail::NoWrap>()};
 }
 
 // A row whose bridge is still to come.

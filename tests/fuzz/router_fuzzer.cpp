@@ -1,10 +1,12 @@
 #include "adapters/posix/posix_bookmarks.h"
 #include "adapters/xdg/home_trash.h"
+#include "app/unconfigured_music_catalog.h"
 #include "base/event_loop.h"
 #include "bridges/calendar/apple_data_bridge.h"
 #include "bridges/contacts/contact_data_bridge.h"
 #include "bridges/files/file_data_bridge.h"
 #include "bridges/iwork/iwork_automation_bridge.h"
+#include "bridges/music/music_data_bridge.h"
 #include "platform/application_info.h"
 #include "policy/bridge_capability_policy.h"
 #include "policy/bridge_pairing_store.h"
@@ -12,6 +14,7 @@
 #include "server/permission_snapshot.h"
 #include "tests/fakes/memory_contact_store.h"
 #include "tests/fakes/memory_folder_chooser.h"
+#include "tests/fakes/memory_music_library.h"
 #include "tests/fakes/memory_secure_store.h"
 #include "tests/fakes/memory_user_defaults.h"
 #include "tests/fakes/sample_event_store.h"
@@ -85,7 +88,7 @@ public:
 
     Task<TypedAppleScriptValue> run(std::string source) override {
         must(source.starts_with("with timeout of 30 seconds\n    tell application \""));
-        must(source.ends_with("\n    end try\nend tell\nend timeout"));
+        must(source.ends_with("\nend tell\nend timeout"));
         // In a request's own text a backslash stands before the quotation mark.
         constexpr std::string_view file = "POSIX file \"";
         for (size_t at = source.find(file); at != std::string::npos; at = source.find(file, at + 1))
@@ -107,6 +110,10 @@ public:
         for (const auto group : allCapabilityGroups)
             m_policy.setGroupEnabled(group, true);
         must(m_files.roots.get().size() == 1);
+        MusicLibraryContents music;
+        music.items = {{0x1A, "Café \"Noir\" \\", "Ana"}, {0x2B, "Harvest", ""}};
+        music.playlists = {{0x77, "Morning", {0x1A}}};
+        m_library.library = std::make_shared<const MusicLibraryContents>(std::move(music));
         resetCalendars();
         resetContacts();
     }
@@ -177,8 +184,11 @@ private:
     ContactDataBridge m_contacts{m_contactStore, m_authorization};
     CheckingEngine m_engine{folders.root};
     IWorkAutomationBridge m_iwork{m_files, m_engine};
+    MemoryMusicLibrary m_library;
+    UnconfiguredMusicCatalog m_catalog;
+    MusicDataBridge m_music{m_library, m_catalog, m_engine, m_authorization};
     BridgeStatus m_status{m_authorization, m_application, m_policy, m_dataBridge, m_files};
-    BridgeRouter m_router{BridgeSet(m_status, m_dataBridge, m_contacts, m_files, m_iwork), m_policy, m_pairing,
+    BridgeRouter m_router{BridgeSet(m_status, m_dataBridge, m_contacts, m_files, m_iwork, m_music), m_policy, m_pairing,
                           m_clock};
 };
 

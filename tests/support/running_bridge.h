@@ -3,7 +3,9 @@
 #include "app/bridge_model.h"
 #include "app/process.h"
 #include "base/log.h"
+#include "tests/fakes/memory_music_library.h"
 #include "tests/fakes/scripted_engine.h"
+#include "tests/fakes/scripted_music_catalog.h"
 #include "tests/support/temporary_folder.h"
 
 #include <fcntl.h>
@@ -13,7 +15,7 @@
 namespace bridge {
 
 // The whole bridge on embedded adapters, serving on its real port from a thread of its own: paired, every switch on,
-// one authorized folder. For the scripted applications a test speaks itself.
+// one authorized folder. For the scripted applications and for music a test speaks itself.
 class RunningBridge {
 public:
     static constexpr const char* credential = "credential-of-the-tests";
@@ -23,7 +25,7 @@ public:
 
     explicit RunningBridge(Consent consent = Consent::notAsked) {
         if (consent == Consent::full)
-            putFile(m_folder / profile::consent, R"({"calendar":3,"contacts":3,"reminders":3})");
+            putFile(m_folder / profile::consent, R"({"calendar":3,"contacts":3,"music":3,"reminders":3})");
         std::promise<void> ready;
         auto isReady = ready.get_future();
         m_thread = std::thread([this, &ready] { serve(ready); });
@@ -70,6 +72,8 @@ public:
     }
     // Only within onLoop().
     ScriptedEngine& engine() { return *m_engine; }
+    MemoryMusicLibrary& musicLibrary() { return *m_musicLibrary; }
+    ScriptedMusicCatalog& musicCatalog() { return *m_musicCatalog; }
     void unpair() {
         onLoop([](BridgeModel& model) {
             auto task = model.unpair();
@@ -90,6 +94,12 @@ private:
             auto engine = std::make_unique<ScriptedEngine>();
             m_engine = engine.get();
             platform.scriptEngine = std::move(engine);
+            auto library = std::make_unique<MemoryMusicLibrary>();
+            m_musicLibrary = library.get();
+            platform.musicLibrary = std::move(library);
+            auto catalog = std::make_unique<ScriptedMusicCatalog>();
+            m_musicCatalog = catalog.get();
+            platform.musicCatalog = std::move(catalog);
             loop.runUntilDone(platform.secureStore->replace(BridgePairingStore::credentialItem(), credential));
             BridgeCapabilityPolicy policy(*platform.defaults);
             for (const auto group : allCapabilityGroups)
@@ -115,6 +125,8 @@ private:
     EventLoop* m_loop = nullptr;
     BridgeModel* m_model = nullptr;
     ScriptedEngine* m_engine = nullptr;
+    MemoryMusicLibrary* m_musicLibrary = nullptr;
+    ScriptedMusicCatalog* m_musicCatalog = nullptr;
     std::thread m_thread;
 };
 

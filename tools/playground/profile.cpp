@@ -6,6 +6,7 @@
 #include "sample_calendars.h"
 #include "sample_contacts.h"
 #include "sample_data.h"
+#include "sample_music.h"
 #include "tools/agent_server/stand_in_agent_server.h"
 
 #include <cstdio>
@@ -109,6 +110,7 @@ std::string prepare(EventLoop& loop, BridgeModel& model, Platform& platform, con
         throw std::runtime_error(failure->message);
 
     fillStores(loop, platform, folder, present, options.imports);
+    if (!std::filesystem::exists(folder / profile::music)) makeSampleMusic(folder / profile::music);
     auto& consent = dynamic_cast<ConsentFile&>(*platform.authorization);
     authorizeCalendars(loop, model.dataBridge, consent, options);
     answerForTheUser(consent, options);

@@ -134,9 +134,9 @@ Task<MusicPlaylistDescriptor> MusicDataBridge::changePlaylist(std::string script
     co_return MusicPlaylistDescriptor{values[0], values[1], values[2], wholeNumber(values[3])};
 }
 
-Task<> MusicDataBridge::deletePlaylist(std::string identifier) {
+Task<> MusicDataBridge::deletePlaylist(MusicPlaylistIdentifierRequest request) {
     ensureMusicAccess();
-    auto running = run(deletePlaylistScript(identifier), MayHaveChanged::yes);
+    auto running = run(deletePlaylistScript(request.identifier), MayHaveChanged::yes);
     co_await std::move(running);
 }
 

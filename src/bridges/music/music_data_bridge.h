@@ -35,7 +35,7 @@ public:
     Task<MusicPlaylistDescriptor> createPlaylist(CreateMusicPlaylistRequest request);
     // 1 to 100 songs, again those that are in it already.
     Task<MusicPlaylistDescriptor> addSongs(AddSongsToMusicPlaylistRequest request);
-    Task<> deletePlaylist(std::string identifier);
+    Task<> deletePlaylist(MusicPlaylistIdentifierRequest request);
 
     Task<MusicSongDescriptor> playSong(MusicSongIdentifierRequest request);
     // Does not start the application.

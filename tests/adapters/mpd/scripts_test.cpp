@@ -90,9 +90,9 @@ TEST_F(MusicOverMpd, HasPlaylistsMadeFilledAndDeleted) {
     EXPECT_EQ(added, (MusicPlaylistDescriptor{made.id, made.name, made.description, 11}));
     EXPECT_THAT(run(bridge().listPlaylists()),
                 ElementsAre(MusicPlaylistDescriptor{made.id, made.name, std::nullopt, 11}));
-    run(bridge().deletePlaylist(made.id));
+    run(bridge().deletePlaylist({made.id}));
     EXPECT_THAT(run(bridge().listPlaylists()), IsEmpty());
-    EXPECT_THAT(refusal(bridge().deletePlaylist(made.id)), HasSubstr("User playlist not found"));
+    EXPECT_THAT(refusal(bridge().deletePlaylist({made.id})), HasSubstr("User playlist not found"));
     EXPECT_NE(refusal(bridge().addSongs({made.id, {all[0]}})), "");
 }
 

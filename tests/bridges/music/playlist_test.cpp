@@ -126,7 +126,7 @@ TEST_F(Playlists, WithoutAllFourAnswersFail) {
 }
 
 TEST_F(Playlists, AreDeletedByThisScript) {
-    run(bridge.deletePlaylist("00\"77"));
+    run(bridge.deletePlaylist({"00\"77"}));
     EXPECT_THAT(engine.sources(), ElementsAre(R"(with timeout of 30 seconds
     tell application "Music"
     set matchingPlaylists to (every user playlist whose persistent ID is "00\"77")
@@ -138,10 +138,10 @@ end timeout)"));
 
 TEST_F(Playlists, MayHaveChangedWhenTheApplicationDoesNotAnswer) {
     run(bridge.listPlaylists());
-    run(bridge.deletePlaylist("77")); // takes the prepared answer
+    run(bridge.deletePlaylist({"77"})); // takes the prepared answer
     engine.willFail(ScriptError(ScriptError::timedOut, "AppleEvent timed out."));
     try {
-        run(bridge.deletePlaylist("77"));
+        run(bridge.deletePlaylist({"77"}));
         FAIL() << "It went well.";
     } catch (const AppleBridgeError& error) {
         EXPECT_EQ(error.kind(), AppleBridgeError::Case::outcomeUnknown);

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "adapters/musicapp/player.h"
+
+namespace bridge {
+
+// Of a build that has no library to speak to a player with.
+class NoMusicPlayer : public musicapp::Player {
+public:
+    bool isRunning() const override { return false; }
+    musicapp::ContentsPointer contents(musicapp::Call&) override { fail(); }
+    std::string description(uint64_t, musicapp::Call&) override { fail(); }
+    void checkNewName(const std::string&, musicapp::Call&) override { fail(); }
+    uint64_t makePlaylist(const std::string&, const std::string&, const std::vector<uint64_t>&,
+                          musicapp::Call&) override {
+        fail();
+    }
+    void addSongs(uint64_t, const std::vector<uint64_t>&, musicapp::Call&) override { fail(); }
+    void deletePlaylist(uint64_t, musicapp::Call&) override { fail(); }
+    void play(uint64_t, musicapp::Call&) override { fail(); }
+    void pause(musicapp::Call&) override {}
+
+private:
+    [[noreturn]] static void fail() {
+        constexpr int failed = -10000;
+        throw ScriptError(failed, "MPD can't be used: this bridge was built without it. Install libmpdclient-dev and "
+                                  "mpd, and build the bridge again.");
+    }
+};
+
+} // namespace bridge
