@@ -108,7 +108,8 @@ std::vector<StoredPlaylist> readPlaylists(MpdConnection& mpd, const ChangeTimes&
     for (const auto& [name, changed] : times.playlists)
         try {
             StoredPlaylist playlist{name, {}};
-            mpd.send(call, [&](auto* connection) { return mpd_send_list_playlist(connection, name.c_str()); });
+            mpd.send(call,
+                     [&, &its = name](auto* connection) { return mpd_send_list_playlist(connection, its.c_str()); });
             while (const std::unique_ptr<mpd_song, FreeSong> song{mpd_recv_song(mpd.get())})
                 playlist.uris.emplace_back(mpd_song_get_uri(song.get()));
             mpd.finish(call);
