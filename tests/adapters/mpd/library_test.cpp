@@ -116,6 +116,14 @@ TEST_F(MpdLibrary, ReadsFiveThousandSongsInPieces) {
     EXPECT_EQ(std::set(again.begin(), again.end()).size(), again.size());
 }
 
+TEST_F(MpdLibrary, MayLieDeeperThanASocketCan) {
+    addSongs(1);
+    auto deep = options();
+    deep.own.folder += "/" + std::string(120, 'd') + "/\"quoted\" \\ folder";
+    MpdPlayer player(deep);
+    EXPECT_EQ(player.contents(call)->items.size(), 1u);
+}
+
 TEST_F(MpdLibrary, SaysWhatIsMissing) {
     auto without = options();
     without.own.program = "/nowhere/mpd";
