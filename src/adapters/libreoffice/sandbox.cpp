@@ -1,5 +1,7 @@
 #include "adapters/libreoffice/sandbox.h"
 
+#include "adapters/libreoffice/root_mount.h"
+
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
@@ -20,9 +22,9 @@ void append(std::vector<std::string>& command, std::initializer_list<std::string
 }
 
 std::vector<std::string> emptyPlace(const std::string& bubblewrap) {
-    std::vector<std::string> command{bubblewrap,      "--unshare-net", "--unshare-pid",
-                                     "--unshare-ipc", "--unshare-uts", "--unshare-cgroup-try",
-                                     "--cap-drop",    "ALL",           "--clearenv"};
+    auto command = rootMountWords();
+    append(command, {bubblewrap, "--unshare-net", "--unshare-pid", "--unshare-ipc", "--unshare-uts",
+                     "--unshare-cgroup-try", "--cap-drop", "ALL", "--clearenv"});
     append(command, {"--ro-bind", "/usr", "/usr"});
     // Links where /usr is all there is, folders on older installations.
     for (const char* folder : {"bin", "lib", "lib32", "lib64", "sbin"}) {
