@@ -20,10 +20,18 @@ std::map<std::string, int> rowsOf(const std::string& output) {
     return rows;
 }
 
+// Steps that go another way than they should, because this build has no program that stands in for Pages or Music, are
+// shown like all others, and told by the status.
+#ifdef HAVE_STAND_INS
+constexpr int whenTouredHere = 0;
+#else
+constexpr int whenTouredHere = 1;
+#endif
+
 TEST(Tour, ShowsEveryOperation) {
     const TemporaryFolder temporary;
     const auto ended = runPlayground(temporary, {});
-    EXPECT_EQ(ended.status, 0);
+    EXPECT_EQ(ended.status, whenTouredHere);
     EXPECT_EQ(ended.errors, "");
     EXPECT_TRUE(std::regex_search(ended.output, std::regex(R"(^operation +status +ms +result\n)")));
 
@@ -55,8 +63,8 @@ TEST(Tour, ThrowsItsProfileAway) {
 TEST(Tour, GoesTheSameWayTwiceThroughAKeptProfile) {
     const TemporaryFolder temporary;
     const std::vector<std::string> words{"--profile", temporary.file("kept")};
-    EXPECT_EQ(runPlayground(temporary, words).status, 0);
-    EXPECT_EQ(runPlayground(temporary, words).status, 0);
+    EXPECT_EQ(runPlayground(temporary, words).status, whenTouredHere);
+    EXPECT_EQ(runPlayground(temporary, words).status, whenTouredHere);
 }
 
 TEST(Tour, SaysWhatDidNotAnswerAsItShould) {
