@@ -122,7 +122,9 @@ TEST_P(OfficeTables, CantBecomeLargerThanTheirSheet) {
     const auto prices = table(document, 0, "Prices");
     for (const auto& [rows, columns] : std::vector<std::pair<int32_t, int32_t>>{
              {2'000'000, 1}, {1, 2'000'000}, {0, 1}, {1, 0}, {-1, 1}, {2'147'483'647, 2'147'483'647}})
-        EXPECT_EQ(errorOf([&] { office().resizeTable(document, 0, prices, rows, columns, call); }),
+        EXPECT_EQ(errorOf([&, rows = rows, columns = columns] {
+                      office().resizeTable(document, 0, prices, rows, columns, call);
+                  }),
                   ScriptError::noSuchObject)
             << rows << ' ' << columns;
     EXPECT_EQ(facts(document, 0, prices).rows, 3);
