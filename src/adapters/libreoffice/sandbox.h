@@ -14,7 +14,7 @@ struct OfficePrograms {
 };
 
 // The folder of the documents, as it is seen from inside.
-constexpr const char* folderInside = "/work";
+constexpr const char* folderInside = "/documents";
 
 // The command that runs the helper, with its arguments, in a place where there is nothing but the programs, the
 // documents' folder and an empty /tmp: no network, no other process, no user's file, no bus, no display.

@@ -161,7 +161,7 @@ TEST_F(Sandbox, RunsNoMacroOfADocument) {
     const std::string macro =
         "<office:scripts><office:script script:language=\"ooo:Basic\"><ooo:libraries>"
         "<ooo:library-embedded ooo:name=\"Standard\"><ooo:module ooo:name=\"M\"><ooo:source-code>\n"
-        "Sub Main\nOpen &quot;/work/ran&quot; For Output As #1\nPrint #1, &quot;ran&quot;\nClose #1\nEnd Sub\n"
+        "Sub Main\nOpen &quot;/documents/ran&quot; For Output As #1\nPrint #1, &quot;ran&quot;\nClose #1\nEnd Sub\n"
         "</ooo:source-code></ooo:module></ooo:library-embedded></ooo:libraries></office:script>"
         "<office:event-listeners><script:event-listener script:language=\"ooo:script\" "
         "script:event-name=\"dom:load\" xlink:type=\"simple\" "
@@ -174,7 +174,7 @@ TEST_F(Sandbox, RunsNoMacroOfADocument) {
     // LibreOffice has understood it: the macro and the event that would run it are in what it saves.
     office().saveAs(document, folder.file("b.pages"), call);
     const auto saved = unpacked("b.pages");
-    EXPECT_THAT(saved, testing::HasSubstr("/work/ran"));
+    EXPECT_THAT(saved, testing::HasSubstr("/documents/ran"));
     EXPECT_THAT(saved, testing::HasSubstr("Standard.M.Main"));
 }
 

@@ -44,7 +44,7 @@ private:
     int64_t m_everOpened = 0;
 };
 
-// "file:///work/..."
+// "file:///documents/..."
 std::string fileURL(const std::string& path);
 void storeTo(const Ref<css::lang::XComponent>& component, const std::string& path, const char* filter,
              const char* options);
