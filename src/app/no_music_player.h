@@ -1,5 +1,6 @@
 #pragma once
 
+#include "adapters/applescript/errors.h"
 #include "adapters/musicapp/player.h"
 
 namespace bridge {
@@ -22,9 +23,9 @@ public:
 
 private:
     [[noreturn]] static void fail() {
-        constexpr int failed = -10000;
-        throw ScriptError(failed, "MPD can't be used: this bridge was built without it. Install libmpdclient-dev and "
-                                  "mpd, and build the bridge again.");
+        throw ScriptError(applescript::eventFailed,
+                          "MPD can't be used: this bridge was built without it. Install libmpdclient-dev and "
+                          "mpd, and build the bridge again.");
     }
 };
 

@@ -9,11 +9,14 @@ namespace bridge::applescript {
 // Numbers of the language and of the Apple Event Manager that the port does not name.
 constexpr int outOfMemory = -108;
 constexpr int cantCoerce = -1700;
+constexpr int parameterMissing = -1701;
 constexpr int notUnderstood = -1708;
+constexpr int noUserInteraction = -1713;
 constexpr int invalidIndex = -1719;
 constexpr int divideByZero = -2701;
 constexpr int numberTooLarge = -2702;
 constexpr int stackOverflow = -2706;
+constexpr int cantCreate = -2710;
 constexpr int generalError = -2700;
 constexpr int noResult = -2763;
 constexpr int cantSet = -10006;

@@ -17,6 +17,7 @@ std::optional<VCard> parsed(const std::string& text) {
     try {
         return VCard::parse(text);
     } catch (const PlatformError&) {
+        // A card that can't be understood keeps nobody from the others.
         return std::nullopt;
     }
 }

@@ -1,18 +1,12 @@
 #include "adapters/iworkapps/refusals.h"
 
+#include "adapters/applescript/errors.h"
+
 #include <fmt/format.h>
 
 namespace bridge::iworkapps {
 
 namespace {
-
-constexpr int cantCoerce = -1700;
-constexpr int parameterMissing = -1701;
-constexpr int notUnderstood = -1708;
-constexpr int noUserInteraction = -1713;
-constexpr int cantCreate = -2710;
-constexpr int failed = -10000;
-constexpr int readOnly = -10006;
 
 // A message tells which text it was without repeating a novel.
 constexpr size_t longestQuotation = 60;
@@ -55,32 +49,35 @@ void cantGet(const std::string& property, const Object& owner) {
 }
 
 void cantSet(const std::string& property, const Object& owner, const Value& value) {
-    throw ScriptError(readOnly,
+    throw ScriptError(applescript::cantSet,
                       fmt::format("Can’t set {} of {} to {}.", property, owner.description(), sourceText(value)));
 }
 
 void cantMakeInto(const Value& value, const std::string& type) {
-    throw ScriptError(cantCoerce, fmt::format("Can’t make {} into type {}.", sourceText(value), type));
+    throw ScriptError(applescript::cantCoerce, fmt::format("Can’t make {} into type {}.", sourceText(value), type));
 }
 
 void cantMakeClass(const std::string& className, const std::string& because) {
-    throw ScriptError(cantCreate, "Can’t make class " + className + (because.empty() ? "." : ": " + because));
+    throw ScriptError(applescript::cantCreate,
+                      "Can’t make class " + className + (because.empty() ? "." : ": " + because));
 }
 
 void doesNotUnderstand(const std::string& who, const Command& command) {
-    throw ScriptError(notUnderstood, fmt::format("{} doesn’t understand the “{}” message.", who, command.name));
+    throw ScriptError(applescript::notUnderstood,
+                      fmt::format("{} doesn’t understand the “{}” message.", who, command.name));
 }
 
 void isMissing(const std::string& parameter, const Command& command) {
-    throw ScriptError(parameterMissing, fmt::format("The “{}” parameter is missing for {}.", parameter, command.name));
+    throw ScriptError(applescript::parameterMissing,
+                      fmt::format("The “{}” parameter is missing for {}.", parameter, command.name));
 }
 
 void cantAsk(const std::string& message) {
-    throw ScriptError(noUserInteraction, message);
+    throw ScriptError(applescript::noUserInteraction, message);
 }
 
 void fails(const std::string& message) {
-    throw ScriptError(failed, message);
+    throw ScriptError(applescript::eventFailed, message);
 }
 
 } // namespace bridge::iworkapps

@@ -7,7 +7,6 @@ namespace bridge::musicapp {
 
 namespace {
 
-constexpr int parameterMissing = -1701;
 constexpr size_t digits = 16;
 
 } // namespace
@@ -27,7 +26,8 @@ std::optional<uint64_t> idOf(const Value& value) {
 
 const Value& required(const Command& command, std::string_view label) {
     if (const auto* value = command.parameter(label)) return *value;
-    throw ScriptError(parameterMissing, fmt::format("The “{}” parameter is missing for {}.", label, command.name));
+    throw ScriptError(applescript::parameterMissing,
+                      fmt::format("The “{}” parameter is missing for {}.", label, command.name));
 }
 
 std::string textArgument(const Value& value) {
