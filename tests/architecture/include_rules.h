@@ -51,6 +51,16 @@ inline const std::vector<Rule> rules{
     {"adapters/mpd",
      {"base", "platform", "adapters/applescript", "adapters/musicapp"},
      {"standard", "fmt", "posix", "mpd"}},
+    // Who may know where the device is, and the places that were fixed; a service that finds it comes beside.
+    {"adapters/location", {"base", "platform"}, {"standard", "fmt"}},
+    {"adapters/geoclue",
+     {"base", "platform", "adapters/dbus", "adapters/location"},
+     {"standard", "fmt", "posix", "glib"}},
+    {"adapters/gazetteer", {"base", "platform"}, {"standard", "fmt", "posix", "icu", "sqlite"}},
+    // Both are spoken to over the port for HTTP.
+    {"adapters/nominatim", {"base", "platform"}, {"standard", "fmt"}},
+    {"adapters/valhalla", {"base", "platform"}, {"standard", "fmt"}},
+    {"adapters/portal", {"base", "platform", "adapters/dbus"}, {"standard", "fmt", "posix", "glib"}},
     // The program that is in the sandbox with LibreOffice.
     {"adapters/libreoffice/helper",
      {"base", "platform", "adapters/libreoffice"},
