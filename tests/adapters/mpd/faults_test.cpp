@@ -1,6 +1,9 @@
 #include "adapters/applescript/errors.h"
 #include "tests/adapters/mpd/mpd_test.h"
 
+#include <poll.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
 #include <thread>
 
 namespace bridge::mpd {
@@ -80,6 +83,28 @@ TEST_F(MpdFaults, AStoppedMpdEndsWithTheBridge) {
     signalMpd(SIGSTOP);
     restart();
     EXPECT_EQ(kill(process, 0), -1);
+}
+
+TEST_F(MpdFaults, AnMpdEndsWithABridgeThatIsKilled) {
+    int report[2];
+    ASSERT_EQ(pipe(report), 0);
+    const pid_t bridge = fork();
+    if (bridge == 0) {
+        contents();
+        const auto process = player().processID();
+        _exit(write(report[1], &process, sizeof process) == sizeof process ? pause() : 1);
+    }
+    close(report[1]);
+    pid_t process = -1;
+    ASSERT_EQ(read(report[0], &process, sizeof process), static_cast<ssize_t>(sizeof process));
+    close(report[0]);
+    // Becomes readable when the process ends, whoever reaps it (pidfd_open(2)).
+    pollfd ended{static_cast<int>(syscall(SYS_pidfd_open, process, 0)), POLLIN, 0};
+    ASSERT_GE(ended.fd, 0);
+    kill(bridge, SIGKILL);
+    waitpid(bridge, nullptr, 0);
+    EXPECT_EQ(poll(&ended, 1, 60000), 1);
+    close(ended.fd);
 }
 
 TEST_F(MpdFaults, AnMpdThatDoesNotStartTellsWhy) {

@@ -131,7 +131,8 @@ TEST_F(MpdLibrary, SaysWhatIsMissing) {
     EXPECT_EQ(failureOf([&] { none.contents(call); }), "MPD is not installed. Install mpd.");
     EXPECT_FALSE(none.isRunning());
     std::filesystem::remove(music());
-    EXPECT_EQ(failureOf([&] { contents(); }), "There is no music folder " + music().string() + ".");
+    EXPECT_EQ(failureOf([&] { contents(); }), "There is no music folder " + music().string() +
+                                                  ". Make it, or set XDG_MUSIC_DIR in ~/.config/user-dirs.dirs.");
     std::filesystem::create_directory(music());
     EXPECT_THAT(contents()->items, IsEmpty());
 }
