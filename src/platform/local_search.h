@@ -43,6 +43,9 @@ public:
     // What was found, the most relevant first; empty when there is no such place. A search that could not be made
     // throws PlatformError. A dropped task abandons it.
     virtual Task<std::vector<MapItem>> search(LocalSearchQuery query) = 0;
+
+    // What it searches, and whose data that is, for "Places are those of ...". Empty when there is nothing to say.
+    virtual std::string description() const { return {}; }
 };
 
 } // namespace bridge
