@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/local_search.h"
+
+#include <string>
+#include <vector>
+
+namespace bridge::gazetteer {
+
+// The world cut into cells of so many degrees of latitude and longitude, each with a token of its own.
+constexpr int smallCell = 1;
+constexpr int largeCell = 5;
+
+std::string cellAt(MapCoordinate place, int degrees);
+
+// Whatever is within so many meters of the point, north to south and east to west, is in one of them. Also across the
+// date line.
+std::vector<std::string> cellsAround(MapCoordinate center, double meters, int degrees);
+
+double kilometersBetween(MapCoordinate left, MapCoordinate right);
+
+} // namespace bridge::gazetteer
