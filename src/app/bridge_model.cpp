@@ -4,81 +4,87 @@
 
 namespace bridge {
 
-namespace {
-
-// Also when the exchange is dropped half-way.
-struct FinallyNotInProgress {
-    Published<bool>& inProgress;
-    ~FinallyNotInProgress() { inProgress.set(false); }
-};
-
-} // namespace
-
 BridgeModel::BridgeModel(EventLoop& loop, Platform& platform, BridgeCapabilityPolicy& policy)
     : m_platform(platform),
       dataBridge(*platform.eventStore, *platform.authorization, *platform.defaults),
       contacts(*platform.contactStore, *platform.authorization),
-      files(*platform.defaults, *platform.bookmarks, *platform.folderChooser, *platform.trash),
-      iwork(files, *platform.scriptEngine),
       music(*platform.musicLibrary, *platform.musicCatalog, *platform.scriptEngine, *platform.authorization),
+      files(*platform.defaults, *platform.bookmarks, *platform.folderChooser, *platform.trash),
+      iWork(files, *platform.scriptEngine),
       capabilityPolicy(policy),
       pairingStore(*platform.defaults, *platform.secureStore, *platform.httpClient),
       m_status(*platform.authorization, *platform.application, policy, dataBridge, files),
-      m_router(BridgeSet(m_status, dataBridge, contacts, files, iwork, music), policy, pairingStore, *platform.clock),
+      m_router(BridgeSet(m_status, dataBridge, contacts, files, iWork, music), policy, pairingStore, *platform.clock),
       httpServer(loop, m_router, *platform.clock) {
     agentServerURL.set(pairingStore.serverURL());
 }
 
 Task<> BridgeModel::start() {
-    try {
-        co_await pairingStore.load();
-    } catch (const PlatformError& error) {
-        lastError.set("The pairing credential could not be read: " + std::string(error.what()));
-        log::note(*lastError.get());
-    }
-    isPaired.set(pairingStore.isPaired());
-    co_await readState();
+    co_await readCredential();
+    co_await read();
     httpServer.start();
 }
 
 Task<> BridgeModel::refresh() {
-    lastError.set(std::nullopt);
-    co_await readState();
+    finish(std::nullopt);
+    if (m_credentialFailure) co_await readCredential();
+    co_await read();
 }
 
-Task<> BridgeModel::requestCalendarAccess() {
-    return act(dataBridge.requestCalendarAccess());
+Task<> BridgeModel::refreshOnOpening() {
+    return read();
 }
 
-Task<> BridgeModel::requestRemindersAccess() {
-    return act(dataBridge.requestRemindersAccess());
-}
-
-Task<> BridgeModel::setCalendar(std::string identifier, bool authorized) {
-    return act(dataBridge.setCalendar(std::move(identifier), authorized));
-}
-
-Task<> BridgeModel::setReminderList(std::string identifier, bool authorized) {
-    return act(dataBridge.setReminderList(std::move(identifier), authorized));
-}
-
-Task<> BridgeModel::setAllCalendars(bool authorized) {
-    return act(dataBridge.setAllCalendars(authorized));
-}
-
-Task<> BridgeModel::setAllReminderLists(bool authorized) {
-    return act(dataBridge.setAllReminderLists(authorized));
-}
-
-Task<> BridgeModel::act(Task<> action) {
-    std::optional<std::string> failure;
+Task<> BridgeModel::readCredential() {
     try {
-        co_await std::move(action);
-    } catch (const std::exception& error) {
-        failure = error.what();
+        co_await pairingStore.load();
+        m_credentialFailure.reset();
+    } catch (const PlatformError& error) {
+        m_credentialFailure = "The pairing credential could not be read: " + std::string(error.what());
+        log::note(*m_credentialFailure);
     }
-    co_await refresh();
-    if (failure) lastError.set(std::move(failure));
+    isPaired.set(pairingStore.isPaired());
+    showFailures();
+}
+
+Task<> BridgeModel::read() {
+    const auto wanted = ++m_readingsWanted;
+    readState();
+    const auto guard = co_await m_reading.lock();
+    // Another began after this was asked for, and has read what this would read.
+    if (m_readingsDone >= wanted) co_return;
+    const auto serving = m_readingsWanted;
+    co_await offer(calendars, dataBridge.listCalendars(), m_calendarsFailure, "calendars");
+    co_await offer(reminderLists, dataBridge.listReminderLists(), m_reminderListsFailure, "reminder lists");
+    m_readingsDone = serving;
+}
+
+// Without full access there is nothing to choose from, and that is no failure.
+Task<> BridgeModel::offer(Published<std::vector<AppleListDescriptor>>& shown,
+                          Task<std::vector<AppleListDescriptor>> listing, Failure& failure, std::string_view what) {
+    try {
+        auto listed = co_await std::move(listing);
+        failure.reset();
+        shown.set(std::move(listed));
+    } catch (const AppleBridgeError&) {
+        failure.reset();
+        shown.set({});
+    } catch (const PlatformError& error) {
+        failure = "The " + std::string(what) + " could not be read: " + error.what();
+        log::note(*failure);
+    }
+    showFailures();
+}
+
+void BridgeModel::readState() {
+    readPermissions();
+    allowedCalendarIDs.set(dataBridge.accessPolicy().calendarIDs());
+    allowedReminderListIDs.set(dataBridge.accessPolicy().reminderListIDs());
+    enabledCapabilities.set(capabilityPolicy.enabledCapabilities());
+    files.refreshRoots();
+    readOnlyFolderIDs.set(files.readOnlyRootIDs());
+    readServices();
+    readLaunchAtLogin();
 }
 
 void BridgeModel::readPermissions() {
@@ -90,54 +96,34 @@ void BridgeModel::readPermissions() {
     locationPermission.set(permissionState(authorization, PrivacyService::location));
 }
 
-Task<> BridgeModel::readState() {
-    readPermissions();
-    allowedCalendarIDs.set(dataBridge.accessPolicy().calendarIDs());
-    allowedReminderListIDs.set(dataBridge.accessPolicy().reminderListIDs());
-    enabledCapabilities.set(capabilityPolicy.enabledCapabilities());
-    co_await offer(calendars, dataBridge.listCalendars(), "calendars");
-    co_await offer(reminderLists, dataBridge.listReminderLists(), "reminder lists");
+void BridgeModel::readServices() {
+    auto names = services.get();
+    for (const auto& [group, name] : m_platform.services)
+        names[static_cast<size_t>(group)] = name();
+    names[static_cast<size_t>(BridgeCapabilityGroup::calendar)] = m_platform.eventStore->description();
+    names[static_cast<size_t>(BridgeCapabilityGroup::reminders)] = m_platform.eventStore->description();
+    names[static_cast<size_t>(BridgeCapabilityGroup::contacts)] = m_platform.contactStore->description();
+    services.set(std::move(names));
 }
 
-// Without full access there is nothing to choose from, and that is no failure.
-Task<> BridgeModel::offer(Published<std::vector<AppleListDescriptor>>& shown,
-                          Task<std::vector<AppleListDescriptor>> listing, std::string_view what) {
-    try {
-        auto listed = co_await std::move(listing);
-        shown.set(std::move(listed));
-    } catch (const AppleBridgeError&) {
-        shown.set({});
-    } catch (const PlatformError& error) {
-        lastError.set("The " + std::string(what) + " could not be read: " + error.what());
-        log::note(*lastError.get());
-    }
+void BridgeModel::readLaunchAtLogin() {
+    const auto status = m_platform.loginItem->status();
+    launchAtLoginEnabled.set(status == LoginItemStatus::enabled);
+    launchAtLoginRequiresApproval.set(status == LoginItemStatus::requiresApproval);
+    launchAtLoginUnavailable.set(status == LoginItemStatus::notFound);
 }
 
-Task<> BridgeModel::pair(std::string code) {
-    // One exchange at a time: a second click while one is running means the same one.
-    if (pairingInProgress.get()) co_return;
-    pairingInProgress.set(true);
-    std::string message = "Paired securely. Unauthenticated requests are now rejected.";
-    try {
-        const FinallyNotInProgress finally{pairingInProgress};
-        co_await pairingStore.pair(agentServerURL.get(), std::move(code));
-    } catch (const std::exception& error) {
-        message = std::string("Pairing failed: ") + error.what();
-    }
-    isPaired.set(pairingStore.isPaired());
-    agentServerURL.set(pairingStore.serverURL());
-    pairingStatusMessage.set(std::move(message));
+void BridgeModel::finish(Failure failure) {
+    m_actionFailure = std::move(failure);
+    showFailures();
 }
 
-Task<> BridgeModel::unpair() {
-    std::string message = "Unpaired. Apple Bridge will reject every request until it is paired again.";
-    try {
-        co_await pairingStore.unpair();
-    } catch (const std::exception& error) {
-        message = std::string("Unpairing failed: ") + error.what();
+// What the user did comes first, then what was read last.
+void BridgeModel::showFailures() {
+    for (const auto* failure : {&m_actionFailure, &m_reminderListsFailure, &m_calendarsFailure, &m_credentialFailure}) {
+        if (*failure) return lastError.set(*failure);
     }
-    isPaired.set(pairingStore.isPaired());
-    pairingStatusMessage.set(std::move(message));
+    lastError.set(std::nullopt);
 }
 
 } // namespace bridge

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "app/platform.h"
+#include "base/async_mutex.h"
 #include "base/published.h"
+#include "base/task_set.h"
 #include "bridges/calendar/apple_data_bridge.h"
 #include "bridges/common/permission_state.h"
 #include "bridges/contacts/contact_data_bridge.h"
@@ -17,8 +19,20 @@
 
 namespace bridge {
 
+// What helps the user to get at a service that is not granted in full.
+enum class AccessAction {
+    none,        // nothing does, or nothing is missing
+    grantAccess, // "Grant access": requestAccess() asks the user, also one who has said no before
+    openSettings // "Open Settings": the platform has the switch, so openPrivacySettings()
+};
+
 // Owns everything and lives as long as the process; publishes what the user sees and carries out what the user does.
 // Main thread only. No display is needed. `loop`, `platform` and `policy` outlive it.
+//
+// What the user does is a task where it may have to wait; perform() keeps it for whoever can't. Any number of them may
+// be under way: each makes its change in its turn, and what is published afterwards is never older than what was
+// published before. Failures are not thrown but shown: those of pairing in `pairingStatusMessage`, all others in
+// `lastError`, where one stays until the user refreshes or such an action succeeds.
 class BridgeModel {
 public:
     // The policy is loaded by the caller first: whether this is a fresh installation shows only before anything else
@@ -29,21 +43,52 @@ public:
     // wrong is in `lastError` or in the server's state.
     Task<> start();
 
-    // Reads every permission, the calendars and lists, which of them are allowed, and the enabled capabilities anew.
-    // What fails is in `lastError`, and what was known of it before stays.
+    // For the button: takes away what went wrong before, and reads everything anew that may have changed elsewhere:
+    // permissions, calendars and lists, which of them are allowed, folders, enabled capabilities, launch at login, what
+    // serves each group, and a credential that could not be read. What can't be read is in `lastError`, and what was
+    // known of it before stays. Those that are asked for while one is under way become one more.
     Task<> refresh();
+    // For the dashboard when it comes up: an action may have failed while nobody looked, so that failure stays to be
+    // read; nor is the credential tried again, for which the platform might ask the user.
+    Task<> refreshOnOpening();
 
-    // What the user does with calendars and reminder lists. Each ends with a refresh; its failure is in `lastError`.
-    Task<> requestCalendarAccess();
-    Task<> requestRemindersAccess();
+    // Permissions. Asking ends with a refresh; when nobody is to be asked any more nothing but that happens.
+    const Published<BridgePermissionState>& permission(PrivacyService service) const;
+    // The one that the group depends on; files and iWork depend on folders and on none of these.
+    static std::optional<PrivacyService> permissionOf(BridgeCapabilityGroup group);
+    // For the state that is published.
+    AccessAction accessAction(PrivacyService service) const;
+    Task<> requestAccess(PrivacyService service);
+    // Shows the platform's page.
+    void openPrivacySettings();
+
+    // Capabilities. Stored and published at once.
+    void setEnabled(BridgeCapability capability, bool enabled);
+    void setGroupEnabled(BridgeCapabilityGroup group, bool enabled);
+    // What stands behind the group, for a quiet line: "Evolution Data Server", "this computer", "MPD", or what has to
+    // be installed. As `services` has it.
+    std::string servedBy(BridgeCapabilityGroup group) const;
+
+    // Calendars and reminder lists that the agent may use. Each ends with a refresh.
     Task<> setCalendar(std::string identifier, bool authorized);
     Task<> setReminderList(std::string identifier, bool authorized);
     Task<> setAllCalendars(bool authorized);
     Task<> setAllReminderLists(bool authorized);
 
-    // With the one-time code that the user typed, at `agentServerURL`. Its outcome is in `pairingStatusMessage`.
+    // Folders are in `files.roots`. While the user is choosing one, choosing another does nothing.
+    Task<> addFolder();
+    void removeFolder(std::string id);
+
+    // Where the user has to approve it, turning it on shows where.
+    void setLaunchAtLogin(bool enabled);
+
+    // With the one-time code that the user typed, at `agentServerURL`. While one exchange is under way another does
+    // nothing. An unpairing meanwhile wins: what the exchange brings is thrown away.
     Task<> pair(std::string code);
     Task<> unpair();
+
+    // Keeps the task until it is done, or the model goes: `model.perform(model.pair(code))`.
+    void perform(Task<> action) { m_actions.start(std::move(action)); }
 
     Published<BridgePermissionState> calendarPermission{BridgePermissionState::unknown};
     Published<BridgePermissionState> remindersPermission{BridgePermissionState::unknown};
@@ -56,27 +101,62 @@ public:
     Published<std::set<std::string>> allowedCalendarIDs;
     Published<std::set<std::string>> allowedReminderListIDs;
     Published<std::set<BridgeCapability>> enabledCapabilities;
+    Published<bool> launchAtLoginEnabled{false};
+    Published<bool> launchAtLoginRequiresApproval{false};
+    Published<bool> launchAtLoginUnavailable{false};
     Published<std::string> agentServerURL;
     Published<bool> isPaired{false};
     Published<bool> pairingInProgress{false};
+    // Nothing while an exchange is under way.
     Published<std::optional<std::string>> pairingStatusMessage;
     Published<std::optional<std::string>> lastError;
+    // By the number of the group.
+    Published<std::array<std::string, capabilityGroupCount>> services;
+    // Those of `files.roots` in which nothing can be changed.
+    Published<std::set<std::string>> readOnlyFolderIDs;
 
 private:
+    using Failure = std::optional<std::string>;
+
+    // What is known without waiting, then the lists, which may be on another machine.
+    Task<> read();
+    void readState();
     void readPermissions();
-    Task<> readState();
+    void readServices();
+    void readLaunchAtLogin();
+    Task<> readCredential();
     Task<> offer(Published<std::vector<AppleListDescriptor>>& shown, Task<std::vector<AppleListDescriptor>> listing,
-                 std::string_view what);
+                 Failure& failure, std::string_view what);
+
     Task<> act(Task<> action);
+    Task<> actInTurn(Task<> action);
+    Task<> askForAccess(PrivacyService service);
+    bool wasAnswered(PrivacyService service) const;
+    Task<> chooseFolder();
+    // Of an action, and whether it has any.
+    void finish(Failure failure);
+    void showFailures();
 
     Platform& m_platform;
+
+    Failure m_actionFailure;
+    Failure m_credentialFailure;
+    Failure m_calendarsFailure;
+    Failure m_reminderListsFailure;
+
+    AsyncMutex m_turns;   // of changes to what is allowed: the last click counts
+    AsyncMutex m_reading; // of the lists: what was asked for later is shown later
+    uint64_t m_readingsWanted = 0;
+    uint64_t m_readingsDone = 0; // as many of them as the last reading was for
+    uint64_t m_pairingActions = 0;
+    bool m_isChoosingFolder = false;
 
 public:
     AppleDataBridge dataBridge;
     ContactDataBridge contacts;
-    FileDataBridge files;
-    IWorkAutomationBridge iwork;
     MusicDataBridge music;
+    FileDataBridge files;
+    IWorkAutomationBridge iWork;
     BridgeCapabilityPolicy& capabilityPolicy;
     BridgePairingStore pairingStore;
 
@@ -85,7 +165,11 @@ private:
     BridgeRouter m_router;
 
 public:
+    // Its `state` says whether it listens or why not; start() tries again.
     BridgeHTTPServer httpServer;
+
+private:
+    TaskSet m_actions; // goes first
 };
 
 } // namespace bridge

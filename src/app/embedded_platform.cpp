@@ -12,6 +12,8 @@
 #include "app/music_players.h"
 #include "app/no_consent_prompt.h"
 #include "app/no_folder_chooser.h"
+#include "app/no_login_item.h"
+#include "app/no_privacy_settings.h"
 #include "app/platform.h"
 #include "app/script_applications.h"
 #include "app/unconfigured_music_catalog.h"
@@ -37,6 +39,8 @@ Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder) {
     platform.musicLibrary = std::make_unique<musicapp::PlayerMusicLibrary>(loop, player);
     platform.musicCatalog = std::make_unique<UnconfiguredMusicCatalog>();
     platform.scriptEngine = std::make_unique<ScriptApplications>(loop, file(profile::office), player);
+    platform.loginItem = std::make_unique<NoLoginItem>();
+    platform.privacySettings = std::make_unique<NoPrivacySettings>();
     return platform;
 }
 

@@ -9,13 +9,18 @@
 #include "platform/event_store.h"
 #include "platform/folder_chooser.h"
 #include "platform/http_client.h"
+#include "platform/login_item.h"
 #include "platform/music_catalog.h"
 #include "platform/music_library.h"
+#include "platform/privacy_settings.h"
 #include "platform/script_engine.h"
 #include "platform/secure_store.h"
 #include "platform/trash.h"
 #include "platform/user_defaults.h"
+#include "policy/bridge_capability.h"
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -39,6 +44,12 @@ struct Platform {
     std::unique_ptr<MusicLibrary> musicLibrary;
     std::unique_ptr<MusicCatalog> musicCatalog;
     std::unique_ptr<ScriptEngine> scriptEngine;
+    std::unique_ptr<LoginItem> loginItem;
+    std::unique_ptr<PrivacySettings> privacySettings;
+
+    // In words for the user: what serves a group whose port doesn't say so itself, or what has to be installed. Asked
+    // at every refresh, since programs come and go; never slow.
+    std::map<BridgeCapabilityGroup, std::function<std::string()>> services;
 };
 
 // What the embedded adapters call their files.

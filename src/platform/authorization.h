@@ -26,6 +26,14 @@ public:
     // answered before nobody is asked again. The task ends once, when the user has answered. Throws PlatformError when
     // nobody can be asked or the answer can't be kept; then nothing changed.
     virtual Task<bool> requestAccess(PrivacyService service) = 0;
+
+    // Whether a user who has answered can be asked anew. Not where the platform keeps the answers and has the switches
+    // for them: there the user goes to its settings.
+    virtual bool canAskAgain(PrivacyService) const { return false; }
+
+    // As requestAccess(), but the user is also asked who has answered before, unless full access is granted already.
+    // Only where canAskAgain() says so; elsewhere it is requestAccess().
+    virtual Task<bool> askAgain(PrivacyService service) { return requestAccess(service); }
 };
 
 } // namespace bridge

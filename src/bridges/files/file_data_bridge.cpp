@@ -6,6 +6,9 @@
 #include "bridges/files/item_move.h"
 #include "bridges/files/text_file.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace bridge {
 
 namespace {
@@ -59,6 +62,13 @@ std::optional<AuthorizedFileRootDescriptor> FileDataBridge::addFolder(const std:
 
 void FileDataBridge::removeRoot(const std::string& id) {
     m_rootList.remove(id);
+}
+
+std::set<std::string> FileDataBridge::readOnlyRootIDs() const {
+    std::set<std::string> found;
+    for (const auto& root : roots.get())
+        if (faccessat(AT_FDCWD, root.path.c_str(), W_OK | X_OK, AT_EACCESS) != 0) found.insert(root.id);
+    return found;
 }
 
 FileDataBridge::Access FileDataBridge::beginAccess(const std::string& rootID) {

@@ -8,6 +8,7 @@
 #include "platform/trash.h"
 
 #include <memory>
+#include <set>
 
 namespace bridge {
 
@@ -35,6 +36,10 @@ public:
     std::optional<AuthorizedFileRootDescriptor> addFolder(const std::string& path);
     // Forgets every folder with the id. Throws AppleBridgeError resourceNotFound when there is none.
     void removeRoot(const std::string& id);
+    // Looks anew which of them are there, and where.
+    void refreshRoots() { m_rootList.rebuild(); }
+    // Those of `roots` in which this user can't change anything.
+    std::set<std::string> readOnlyRootIDs() const;
 
     // Opens the root, calls body(const OpenRoot&) and returns its result; closes it again also when the body throws.
     template <typename Body> auto withAuthorizedRoot(const std::string& rootID, Body body) {

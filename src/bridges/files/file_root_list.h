@@ -29,10 +29,12 @@ public:
     // The folder keeps its place, id and name; what is shown stays as it is.
     void replaceBookmark(const std::string& id, std::string bookmark);
 
+    // Looks anew which folders are there.
+    void rebuild();
+
 private:
     void load();
     void save();
-    void rebuild();
 
     UserDefaults& m_defaults;
     Bookmarks& m_bookmarks;
