@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace bridge {
 
@@ -18,6 +19,10 @@ public:
     explicit XdgPaths(const Environment& environment = ofProcess);
 
     std::string dataHome;
+    std::string configHome;
+    // Below the user's own, the most important first.
+    std::vector<std::string> dataDirectories;
+    std::vector<std::string> configDirectories;
 
     std::string homeTrash() const { return dataHome + "/Trash"; }
 };

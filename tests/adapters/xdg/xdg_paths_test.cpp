@@ -30,6 +30,22 @@ TEST(XdgPaths, IgnoreRelativeAndEmptyValues) {
             << value;
 }
 
+TEST(XdgPaths, OfSettingsLieBesideTheData) {
+    EXPECT_EQ(pathsIn({{"HOME", "/home/ada"}}).configHome, "/home/ada/.config");
+    EXPECT_EQ(pathsIn({{"HOME", "/home/ada"}, {"XDG_CONFIG_HOME", "/c/"}}).configHome, "/c");
+    EXPECT_EQ(pathsIn({{"HOME", "/home/ada"}, {"XDG_CONFIG_HOME", "c"}}).configHome, "/home/ada/.config");
+}
+
+TEST(XdgPaths, OfTheSystemAreAList) {
+    using Strings = std::vector<std::string>;
+    const auto usual = pathsIn({{"HOME", "/home/ada"}, {"XDG_CONFIG_DIRS", ""}});
+    EXPECT_EQ(usual.configDirectories, (Strings{"/etc/xdg"}));
+    EXPECT_EQ(usual.dataDirectories, (Strings{"/usr/local/share", "/usr/share"}));
+    const auto told = pathsIn({{"HOME", "/home/ada"}, {"XDG_CONFIG_DIRS", "/a/:b::/c"}, {"XDG_DATA_DIRS", "relative"}});
+    EXPECT_EQ(told.configDirectories, (Strings{"/a", "/c"}));
+    EXPECT_EQ(told.dataDirectories, Strings());
+}
+
 TEST(XdgPaths, HaveNoDoubledSlashWhenHomeIsTheRoot) {
     EXPECT_EQ(pathsIn({{"HOME", "/"}}).dataHome, "/.local/share");
 }
