@@ -139,10 +139,10 @@ std::string escapeForDesktopEntry(std::string_view text) {
 }
 
 std::string execKeyFor(const std::string& program) {
-    // A command whose first word has an equals sign is forbidden, and GLib looks for that word before it reads "%%" as
-    // one character. As an argument both are welcome.
-    const bool needsShell = program.find_first_of("=%") != std::string::npos;
-    const auto command = needsShell ? "/bin/sh -c " + quoted("exec \"$0\"") + ' ' + quoted(program) : quoted(program);
+    // The first word of a command must have no equals sign, and GLib looks for that word before it reads "%%" as one
+    // character. As an argument both are welcome, also to systemd, which stumbles over a script for the shell.
+    const bool isNoCommand = program.find_first_of("=%") != std::string::npos;
+    const auto command = (isNoCommand ? "/usr/bin/env nice -n 0 " : "") + quoted(program);
     return escapeForDesktopEntry(command);
 }
 

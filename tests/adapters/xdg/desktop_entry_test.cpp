@@ -82,8 +82,8 @@ TEST(ExecKey, QuotesWhatHasAMeaning) {
 }
 
 TEST(ExecKey, APathThatIsNoCommandIsAnArgument) {
-    EXPECT_EQ(execKeyFor("/opt/100%"), R"(/bin/sh -c "exec \\"\\$0\\"" "/opt/100%%")");
-    EXPECT_EQ(execKeyFor("/opt/a=b"), R"(/bin/sh -c "exec \\"\\$0\\"" "/opt/a=b")");
+    EXPECT_EQ(execKeyFor("/opt/100%"), "/usr/bin/env nice -n 0 \"/opt/100%%\"");
+    EXPECT_EQ(execKeyFor("/opt/a=b"), "/usr/bin/env nice -n 0 \"/opt/a=b\"");
 }
 
 } // namespace
