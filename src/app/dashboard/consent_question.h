@@ -1,0 +1,37 @@
+#pragma once
+
+#include "base/published.h"
+#include "platform/consent_prompt.h"
+
+#include <coroutine>
+#include <deque>
+#include <optional>
+
+namespace bridge {
+
+// The questions whether a service may be used, one after the other, for a dashboard to put to the user. Made before the
+// model that asks through it; until a dashboard is there, and after it is gone, nobody can be asked.
+class ConsentQuestion : public ConsentPrompt {
+public:
+    enum class Answer { allow, dontAllow };
+
+    // A question that nobody can be asked throws; one that waits when the dashboard goes is answered by a throw, too.
+    Task<bool> ask(PrivacyService service) override;
+
+    // The question that the user is to be shown now.
+    Published<std::optional<PrivacyService>> current;
+    // Answers it; the next one takes its place. Nothing when there is none.
+    void answer(Answer answer);
+
+    void attachDashboard();
+    void detachDashboard();
+
+private:
+    struct Waiting;
+    void showFirst();
+
+    bool m_hasDashboard = false;
+    std::deque<Waiting*> m_waiting; // the first is the current one
+};
+
+} // namespace bridge
