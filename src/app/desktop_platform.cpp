@@ -43,6 +43,10 @@ std::string userProfileFolder() {
     return XdgPaths().dataHome + "/brindlefox-apple-bridge";
 }
 
+std::string userServicesFile() {
+    return XdgPaths().configHome + "/brindlefox-apple-bridge/" + profile::services;
+}
+
 std::unique_ptr<EventStore> openCalendarService([[maybe_unused]] EventLoop& loop) {
 #ifdef HAVE_EDS
     return loop.runUntilDone(EdsEventStore::open(loop));

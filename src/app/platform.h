@@ -57,6 +57,7 @@ namespace profile {
 constexpr const char* defaults = "defaults.json";
 constexpr const char* credential = "credential.json";
 constexpr const char* consent = "consent.json";
+constexpr const char* services = "services.json";
 constexpr const char* trash = "Trash";
 constexpr const char* calendars = "calendars.db";
 constexpr const char* contacts = "contacts.db";
@@ -67,6 +68,9 @@ constexpr const char* office = "Office";   // copies of open documents, and noth
 
 // The folder of the logged-in user's profile. Nothing is made.
 std::string userProfileFolder();
+
+// Where the logged-in user says which services to use.
+std::string userServicesFile();
 
 // The calendars of the desktop, and its address books; nothing where it has no service for them.
 std::unique_ptr<EventStore> openCalendarService(EventLoop& loop);

@@ -18,10 +18,12 @@ TEST(XdgPaths, LieInTheHomeFolderUnlessTold) {
     const auto paths = pathsIn({{"HOME", "/home/ada"}});
     EXPECT_EQ(paths.dataHome, "/home/ada/.local/share");
     EXPECT_EQ(paths.homeTrash(), "/home/ada/.local/share/Trash");
+    EXPECT_EQ(paths.configHome, "/home/ada/.config");
 }
 
 TEST(XdgPaths, FollowTheEnvironment) {
     EXPECT_EQ(pathsIn({{"HOME", "/home/ada"}, {"XDG_DATA_HOME", "/d/"}}).dataHome, "/d");
+    EXPECT_EQ(pathsIn({{"HOME", "/home/ada"}, {"XDG_CONFIG_HOME", "/c/"}}).configHome, "/c");
 }
 
 TEST(XdgPaths, IgnoreRelativeAndEmptyValues) {
