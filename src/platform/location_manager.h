@@ -27,6 +27,8 @@ public:
     virtual void requestFailed(std::exception_ptr error) = 0;
     // The status may be a new one; also said when the user has answered a request with what it was before.
     virtual void authorizationChanged() = 0;
+    // The user could not be asked: a PlatformError that says why. The status is what it was.
+    virtual void authorizationRequestFailed(std::exception_ptr error) = 0;
 
 protected:
     ~LocationManagerDelegate() = default;
@@ -44,13 +46,17 @@ public:
     virtual std::optional<int> authorizationStatus() const = 0;
 
     // Asks the user, where that is still open, and says authorizationChanged() when the user has answered, or at once
-    // where nobody has to be asked. A question that can't be put says requestFailed().
+    // where nobody has to be asked. A question that can't be put says authorizationRequestFailed(). Asked again while a
+    // question is open, the one answer is for both.
     virtual void requestWhenInUseAuthorization() = 0;
 
     // Asks for one fix, good to a hundred metres if it can be had. Answers at most once, by locationsUpdated() or
     // requestFailed(), and maybe never: the platform's own patience is not ours. Asking again forgets the request
     // before.
     virtual void requestLocation() = 0;
+
+    // Forgets the request: nothing more is said of it, and what was looking for the place stops. Without one, nothing.
+    virtual void stopUpdatingLocation() = 0;
 };
 
 } // namespace bridge
