@@ -62,8 +62,8 @@ void CurlExchange::initialiseLibrary() {
     check(initialised);
 }
 
-CurlExchange::CurlExchange(HTTPRequest request)
-    : m_request(std::move(request)), m_handles(std::make_unique<Handles>()) {}
+CurlExchange::CurlExchange(HTTPRequest request, std::string authorities)
+    : m_request(std::move(request)), m_authorities(std::move(authorities)), m_handles(std::make_unique<Handles>()) {}
 
 CurlExchange::~CurlExchange() = default;
 
@@ -93,7 +93,8 @@ void CurlExchange::setUp() {
     auto& handles = *m_handles;
     handles.set(CURLOPT_ERRORBUFFER, handles.description.data());
     handles.set(CURLOPT_URL, m_request.url.c_str());
-    handles.set(CURLOPT_PROTOCOLS_STR, "http");
+    handles.set(CURLOPT_PROTOCOLS_STR, "http,https");
+    setUpTrust();
     handles.set(CURLOPT_FOLLOWLOCATION, 0L);
     // Both, so that neither the environment nor a default can name a proxy.
     handles.set(CURLOPT_PROXY, "");
@@ -110,6 +111,17 @@ void CurlExchange::setUp() {
     handles.set(CURLOPT_HEADERDATA, this);
     setUpBody();
     setUpHeaders();
+}
+
+void CurlExchange::setUpTrust() {
+    auto& handles = *m_handles;
+    handles.set(CURLOPT_SSL_VERIFYPEER, 1L);
+    // 2 is libcurl's way to say that the name counts as well.
+    handles.set(CURLOPT_SSL_VERIFYHOST, 2L);
+    handles.set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    if (m_authorities.empty()) return;
+    handles.set(CURLOPT_CAINFO, m_authorities.c_str());
+    handles.set(CURLOPT_CAPATH, nullptr);
 }
 
 void CurlExchange::setUpBody() {

@@ -12,7 +12,8 @@ class CurlExchange {
 public:
     static void initialiseLibrary();
 
-    explicit CurlExchange(HTTPRequest request);
+    // `authorities` is a file of certificates to trust instead of the system's; empty for those.
+    CurlExchange(HTTPRequest request, std::string authorities);
     ~CurlExchange();
     CurlExchange(const CurlExchange&) = delete;
     CurlExchange& operator=(const CurlExchange&) = delete;
@@ -27,6 +28,7 @@ private:
     struct Handles;
 
     void setUp();
+    void setUpTrust();
     void setUpBody();
     void setUpHeaders();
     int run();
@@ -35,6 +37,7 @@ private:
     bool account(size_t bytes);
 
     HTTPRequest m_request;
+    std::string m_authorities;
     std::unique_ptr<Handles> m_handles;
     std::atomic<bool> m_cancelled = false;
     HTTPResponse m_response;

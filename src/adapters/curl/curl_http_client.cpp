@@ -21,12 +21,13 @@ private:
 
 } // namespace
 
-CurlHTTPClient::CurlHTTPClient(EventLoop& loop) : m_loop(loop) {
+CurlHTTPClient::CurlHTTPClient(EventLoop& loop, std::string authorities)
+    : m_loop(loop), m_authorities(std::move(authorities)) {
     CurlExchange::initialiseLibrary();
 }
 
 Task<HTTPResponse> CurlHTTPClient::send(HTTPRequest request) {
-    const auto exchange = std::make_shared<CurlExchange>(std::move(request));
+    const auto exchange = std::make_shared<CurlExchange>(std::move(request), m_authorities);
     const CancelAtEnd cancelAtEnd(*exchange);
     auto job = offload(m_loop, m_worker, [exchange] { return exchange->perform(); });
     auto response = co_await job;
