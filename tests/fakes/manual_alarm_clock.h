@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/alarm.h"
+#include "platform/alarm_clock.h"
 
 #include <algorithm>
 #include <vector>
@@ -13,7 +13,7 @@ public:
     // Alarms that were silenced ring all the same, as if each had been on its way already.
     bool ringsSilenced = false;
 
-    std::unique_ptr<Alarm> set(std::chrono::milliseconds delay, std::function<void()> action) override {
+    std::unique_ptr<PendingAlarm> set(std::chrono::milliseconds delay, std::function<void()> action) override {
         m_entries.push_back(std::make_shared<Entry>(m_now + delay, std::move(action)));
         return std::make_unique<Handle>(m_entries.back());
     }
@@ -40,7 +40,7 @@ private:
         std::function<void()> action;
         bool isSilenced = false;
     };
-    struct Handle : Alarm {
+    struct Handle : PendingAlarm {
         explicit Handle(std::shared_ptr<Entry> set) : entry(std::move(set)) {}
         ~Handle() override { entry->isSilenced = true; }
         std::shared_ptr<Entry> entry;

@@ -4,7 +4,7 @@ namespace bridge {
 
 namespace {
 
-class LoopAlarm : public Alarm {
+class LoopAlarm : public PendingAlarm {
 public:
     LoopAlarm(EventLoop& loop, std::chrono::milliseconds delay, std::function<void()> action) : m_timer(loop) {
         m_timer.start(delay, std::move(action));
@@ -16,7 +16,7 @@ private:
 
 } // namespace
 
-std::unique_ptr<Alarm> LoopAlarmClock::set(std::chrono::milliseconds delay, std::function<void()> action) {
+std::unique_ptr<PendingAlarm> LoopAlarmClock::set(std::chrono::milliseconds delay, std::function<void()> action) {
     return std::make_unique<LoopAlarm>(m_loop, delay, std::move(action));
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/timer.h"
-#include "platform/alarm.h"
+#include "platform/alarm_clock.h"
 
 namespace bridge {
 
@@ -10,7 +10,7 @@ class LoopAlarmClock : public AlarmClock {
 public:
     explicit LoopAlarmClock(EventLoop& loop) : m_loop(loop) {}
 
-    std::unique_ptr<Alarm> set(std::chrono::milliseconds delay, std::function<void()> action) override;
+    std::unique_ptr<PendingAlarm> set(std::chrono::milliseconds delay, std::function<void()> action) override;
 
 private:
     EventLoop& m_loop;

@@ -97,7 +97,7 @@ void LocationDataBridge::startLocationRequest(LocationContinuation continuation)
     if (older) older->fail(failure("A newer location request replaced this one."));
 }
 
-std::unique_ptr<Alarm> LocationDataBridge::startTimeout(std::string requestID) {
+std::unique_ptr<PendingAlarm> LocationDataBridge::startTimeout(std::string requestID) {
     return m_alarms.set(locationTimeout, [weakly = std::weak_ptr(m_self), requestID = std::move(requestID)] {
         if (const auto self = weakly.lock()) (*self)->locationTimedOut(requestID);
     });

@@ -5,7 +5,7 @@
 #include "bridges/location/continuation.h"
 #include "bridges/location/location_requests.h"
 #include "bridges/location/location_results.h"
-#include "platform/alarm.h"
+#include "platform/alarm_clock.h"
 #include "platform/directions.h"
 #include "platform/local_search.h"
 #include "platform/location_manager.h"
@@ -56,7 +56,7 @@ private:
 
     void startAccessRequest(AccessContinuation continuation);
     void startLocationRequest(LocationContinuation continuation);
-    std::unique_ptr<Alarm> startTimeout(std::string requestID);
+    std::unique_ptr<PendingAlarm> startTimeout(std::string requestID);
     void locationTimedOut(const std::string& requestID);
     LocationContinuation endLocationRequest();
     void withdraw(const AccessContinuation& continuation);
@@ -72,7 +72,7 @@ private:
     AccessContinuation m_accessContinuation;
     LocationContinuation m_locationContinuation;
     std::optional<std::string> m_locationRequestID;
-    std::unique_ptr<Alarm> m_locationTimeoutTask;
+    std::unique_ptr<PendingAlarm> m_locationTimeoutTask;
 };
 
 } // namespace bridge

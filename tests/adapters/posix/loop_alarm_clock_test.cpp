@@ -10,7 +10,7 @@ using namespace std::chrono_literals;
 
 class LoopAlarmClockTest : public testing::Test {
 protected:
-    std::unique_ptr<Alarm> set(std::chrono::milliseconds delay, char letter) {
+    std::unique_ptr<PendingAlarm> set(std::chrono::milliseconds delay, char letter) {
         return clock.set(delay, [this, letter] { rung += letter; });
     }
     void waitFor(size_t count) {
@@ -47,7 +47,7 @@ TEST_F(LoopAlarmClockTest, IsSilentWhenNobodyWantsItAnyMore) {
 }
 
 TEST_F(LoopAlarmClockTest, CanBeDestroyedByItsOwnAction) {
-    std::unique_ptr<Alarm> alarm;
+    std::unique_ptr<PendingAlarm> alarm;
     alarm = clock.set(0ms, [&] {
         alarm.reset();
         rung += 'a';
