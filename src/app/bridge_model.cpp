@@ -9,12 +9,14 @@ BridgeModel::BridgeModel(EventLoop& loop, Platform& platform, BridgeCapabilityPo
       dataBridge(*platform.eventStore, *platform.authorization, *platform.defaults),
       contacts(*platform.contactStore, *platform.authorization),
       music(*platform.musicLibrary, *platform.musicCatalog, *platform.scriptEngine, *platform.authorization),
+      location(*platform.locationManager, *platform.localSearch, *platform.directions, *platform.alarmClock),
       files(*platform.defaults, *platform.bookmarks, *platform.folderChooser, *platform.trash),
       iWork(files, *platform.scriptEngine),
       capabilityPolicy(policy),
       pairingStore(*platform.defaults, *platform.secureStore, *platform.httpClient),
-      m_status(*platform.authorization, *platform.application, policy, dataBridge, files),
-      m_router(BridgeSet(m_status, dataBridge, contacts, files, iWork, music), policy, pairingStore, *platform.clock),
+      m_status(*platform.authorization, *platform.application, policy, dataBridge, location, files),
+      m_router(BridgeSet(m_status, dataBridge, contacts, files, iWork, location, music), policy, pairingStore,
+               *platform.clock),
       httpServer(loop, m_router, *platform.clock) {
     agentServerURL.set(pairingStore.serverURL());
 }
@@ -93,7 +95,7 @@ void BridgeModel::readPermissions() {
     remindersPermission.set(permissionState(authorization, PrivacyService::reminders));
     contactsPermission.set(permissionState(authorization, PrivacyService::contacts));
     musicPermission.set(permissionState(authorization, PrivacyService::music));
-    locationPermission.set(permissionState(authorization, PrivacyService::location));
+    locationPermission.set(location.locationPermission());
 }
 
 void BridgeModel::readServices() {

@@ -9,6 +9,7 @@
 #include "bridges/contacts/contact_data_bridge.h"
 #include "bridges/files/file_data_bridge.h"
 #include "bridges/iwork/iwork_automation_bridge.h"
+#include "bridges/location/location_data_bridge.h"
 #include "bridges/music/music_data_bridge.h"
 #include "policy/bridge_capability_policy.h"
 #include "policy/bridge_pairing_store.h"
@@ -155,6 +156,7 @@ public:
     AppleDataBridge dataBridge;
     ContactDataBridge contacts;
     MusicDataBridge music;
+    LocationDataBridge location;
     FileDataBridge files;
     IWorkAutomationBridge iWork;
     BridgeCapabilityPolicy& capabilityPolicy;

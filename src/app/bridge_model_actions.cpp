@@ -149,6 +149,9 @@ Task<> BridgeModel::askForAccess(PrivacyService service) {
         co_await dataBridge.requestCalendarAccess();
     } else if (service == PrivacyService::reminders) {
         co_await dataBridge.requestRemindersAccess();
+    } else if (service == PrivacyService::location) {
+        const auto state = co_await location.requestLocationAccess();
+        if (state != BridgePermissionState::fullAccess) throw AppleBridgeError::permissionDenied(nameOf(service));
     } else {
         const bool granted = co_await authorization.requestAccess(service);
         if (!granted) throw AppleBridgeError::permissionDenied(nameOf(service));

@@ -2,7 +2,11 @@
 #include "adapters/jsonfile/consent_file.h"
 #include "adapters/jsonfile/file_secure_store.h"
 #include "adapters/jsonfile/json_file_user_defaults.h"
+#include "adapters/jsonfile/service_settings.h"
+#include "adapters/location/consented_location_manager.h"
+#include "adapters/location/fixed_place.h"
 #include "adapters/musicapp/player_music_library.h"
+#include "adapters/posix/loop_alarm_clock.h"
 #include "adapters/posix/posix_bookmarks.h"
 #include "adapters/posix/system_clock.h"
 #include "adapters/sqlite/sqlite_contact_store.h"
@@ -16,9 +20,18 @@
 #include "app/no_privacy_settings.h"
 #include "app/platform.h"
 #include "app/script_applications.h"
+#include "app/unconfigured_maps.h"
 #include "app/unconfigured_music_catalog.h"
 
 namespace bridge {
+
+std::unique_ptr<LocationManager> openFixedLocation(EventLoop& loop, const Platform& platform,
+                                                   const std::string& settingsFile) {
+    const auto settings = readServiceSettings(settingsFile);
+    auto place =
+        std::make_unique<FixedPlace>(settings.location, settingsFile, settings.faultOf("location"), *platform.clock);
+    return std::make_unique<ConsentedLocationManager>(loop, *platform.authorization, std::move(place));
+}
 
 Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder) {
     const auto file = [&](const char* name) { return folder + "/" + name; };
@@ -33,12 +46,16 @@ Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder) {
     platform.authorization = std::make_unique<ConsentFile>(file(profile::consent), *platform.consentPrompt);
     platform.application = std::make_unique<BuildInfo>();
     platform.clock = std::make_unique<SystemClock>();
+    platform.alarmClock = std::make_unique<LoopAlarmClock>(loop);
     platform.eventStore = std::make_unique<SqliteEventStore>(file(profile::calendars), *platform.clock);
     platform.contactStore = std::make_unique<SqliteContactStore>(file(profile::contacts), *platform.clock);
     const auto player = openPrivateMusicPlayer(file(profile::musicPlayer), file(profile::music));
     platform.musicLibrary = std::make_unique<musicapp::PlayerMusicLibrary>(loop, player);
     platform.musicCatalog = std::make_unique<UnconfiguredMusicCatalog>();
     platform.scriptEngine = std::make_unique<ScriptApplications>(loop, file(profile::office), player);
+    platform.locationManager = openFixedLocation(loop, platform, file(profile::services));
+    platform.localSearch = std::make_unique<UnconfiguredLocalSearch>();
+    platform.directions = std::make_unique<UnconfiguredDirections>();
     platform.loginItem = std::make_unique<NoLoginItem>();
     platform.privacySettings = std::make_unique<NoPrivacySettings>();
     return platform;

@@ -1,14 +1,18 @@
 #pragma once
 
 #include "base/event_loop.h"
+#include "platform/alarm_clock.h"
 #include "platform/application_info.h"
 #include "platform/bookmarks.h"
 #include "platform/clock.h"
 #include "platform/consent_prompt.h"
 #include "platform/contact_store.h"
+#include "platform/directions.h"
 #include "platform/event_store.h"
 #include "platform/folder_chooser.h"
 #include "platform/http_client.h"
+#include "platform/local_search.h"
+#include "platform/location_manager.h"
 #include "platform/login_item.h"
 #include "platform/music_catalog.h"
 #include "platform/music_library.h"
@@ -38,12 +42,16 @@ struct Platform {
     std::unique_ptr<Authorization> authorization;
     std::unique_ptr<ApplicationInfo> application;
     std::unique_ptr<Clock> clock;
+    std::unique_ptr<AlarmClock> alarmClock;
     // After the clock that they look at.
     std::unique_ptr<EventStore> eventStore;
     std::unique_ptr<ContactStore> contactStore;
     std::unique_ptr<MusicLibrary> musicLibrary;
     std::unique_ptr<MusicCatalog> musicCatalog;
     std::unique_ptr<ScriptEngine> scriptEngine;
+    std::unique_ptr<LocationManager> locationManager; // after the authorization that it heeds
+    std::unique_ptr<LocalSearch> localSearch;
+    std::unique_ptr<Directions> directions;
     std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<PrivacySettings> privacySettings;
 
@@ -75,6 +83,11 @@ std::string userServicesFile();
 // The calendars of the desktop, and its address books; nothing where it has no service for them.
 std::unique_ptr<EventStore> openCalendarService(EventLoop& loop);
 std::unique_ptr<ContactStore> openContactService(EventLoop& loop);
+
+// The place that the user wrote into this file, for whoever may know it. Without one each request is told how to write
+// it.
+std::unique_ptr<LocationManager> openFixedLocation(EventLoop& loop, const Platform& platform,
+                                                   const std::string& settingsFile);
 
 // The adapters that need no service of the desktop, with every file below `folder`.
 Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder);

@@ -1,4 +1,4 @@
-#include "bridges/location/location_requests.h"
+#include "bridges/location/location_data_bridge.h"
 #include "server/operation_rows.h"
 #include "server/operation_tables.h"
 
@@ -7,9 +7,9 @@ namespace bridge {
 namespace {
 
 constexpr std::array rows{
-    later("location.current", BridgeCapability::currentLocation),
-    later<SearchPlacesRequest>("maps.places.search", BridgeCapability::placesSearch),
-    later<DirectionsRequest>("maps.directions", BridgeCapability::directions),
+    operation<&LocationDataBridge::currentLocation>("location.current", BridgeCapability::currentLocation),
+    operation<&LocationDataBridge::searchPlaces>("maps.places.search", BridgeCapability::placesSearch),
+    operation<&LocationDataBridge::directions>("maps.directions", BridgeCapability::directions),
 };
 static_assert(wellFormed(rows));
 

@@ -16,11 +16,12 @@ class BridgeStatus;
 class ContactDataBridge;
 class FileDataBridge;
 class IWorkAutomationBridge;
+class LocationDataBridge;
 class MusicDataBridge;
 
 // The objects that operations call, found by their type. They outlive every request.
 using BridgeSet = std::tuple<const BridgeStatus&, AppleDataBridge&, ContactDataBridge&, FileDataBridge&,
-                             IWorkAutomationBridge&, MusicDataBridge&>;
+                             IWorkAutomationBridge&, LocationDataBridge&, MusicDataBridge&>;
 
 // When a client must say `"confirmed": true`.
 enum class Confirm { never, always, whenOverwriting };
@@ -44,9 +45,7 @@ struct Operation {
     Confirm confirm;
     std::unique_ptr<PreparedOperation> (*prepare)(const Operation& row, const std::optional<JSONValue>& payload);
     JSONValue (*payloadSchema)(SchemaBook&); // null where the payload is ignored
-    JSONValue (*resultSchema)(SchemaBook&);  // null where the bridge is still to come
-
-    bool isStillToCome() const { return !resultSchema; }
+    JSONValue (*resultSchema)(SchemaBook&);
 };
 
 // Every operation. They are alive as long as the program.

@@ -139,21 +139,6 @@ public:
     }
 };
 
-// The bridge behind this operation does not exist yet: everything up to running it answers as it will.
-template <typename Request> class PreparedForLater : public Prepared<Request, FixedCapability{}> {
-public:
-    PreparedForLater(std::string_view name, Request request)
-        : Prepared<Request, FixedCapability{}>(std::move(request)), m_name(name) {}
-
-    Task<BridgeResponse> run(const BridgeSet&, Responder) override {
-        throw AppleBridgeError::operationNotSupported(m_name);
-        co_return {};
-    }
-
-private:
-    std::string_view m_name;
-};
-
 template <typename Request> Request readRequest(const std::optional<JSONValue>& payload) {
     if constexpr (std::same_as<Request, NoRequest>)
         return {};
@@ -164,11 +149,6 @@ template <typename Request> Request readRequest(const std::optional<JSONValue>& 
 template <typename Call, typename Request>
 std::unique_ptr<PreparedOperation> prepare(const Operation&, const std::optional<JSONValue>& payload) {
     return std::make_unique<Call>(readRequest<Request>(payload));
-}
-
-template <typename Request>
-std::unique_ptr<PreparedOperation> prepareForLater(const Operation& row, const std::optional<JSONValue>& payload) {
-    return std::make_unique<PreparedForLater<Request>>(row.name, readRequest<Request>(payload));
 }
 
 struct NoWrap {};
@@ -199,7 +179,7 @@ template <auto call, typename Wrap> consteval Describe describeResult() {
         return &describe<typename Shape::Result::Type>;
 }
 
-// What every row of a bridge that is there has in common.
+// What every row has in common.
 template <auto call, auto capabilityOf, typename Wrap>
 consteval Operation callRow(std::string_view name, std::optional<BridgeCapability> capability,
                             std::span<const BridgeCapability> dependentCapabilities, Confirm confirm) {
@@ -250,13 +230,6 @@ template <auto call, typename Ignored> consteval Operation listing(std::string_v
             &detail::prepare<detail::PreparedListing<call, Ignored>, Ignored>,
             detail::describeRequest<Ignored>(),
             detail::describeResult<call, detail::NoWrap>()};
-}
-
-// A row whose bridge is still to come.
-template <typename Request = detail::NoRequest>
-consteval Operation later(std::string_view name, BridgeCapability capability, Confirm confirm = Confirm::never) {
-    return {name,   capability, {}, confirm, &detail::prepareForLater<Request>, detail::describeRequest<Request>(),
-            nullptr};
 }
 
 // For the static_assert below each table.

@@ -2,6 +2,7 @@
 
 #include "bridges/calendar/apple_data_bridge.h"
 #include "bridges/files/file_data_bridge.h"
+#include "bridges/location/location_data_bridge.h"
 #include "platform/application_info.h"
 #include "policy/bridge_capability_policy.h"
 
@@ -15,7 +16,7 @@ Task<BridgePermissionSnapshot> BridgeStatus::permissions() const {
     snapshot.reminderListResources = co_await m_dataBridge.reminderListResources();
     snapshot.contacts = permissionState(m_authorization, PrivacyService::contacts);
     snapshot.music = permissionState(m_authorization, PrivacyService::music);
-    snapshot.location = permissionState(m_authorization, PrivacyService::location);
+    snapshot.location = m_location.locationPermission();
     snapshot.fileRoots = static_cast<int64_t>(m_files.roots.get().size());
     snapshot.capabilities = m_policy.capabilityStates();
     co_return snapshot;

@@ -54,16 +54,19 @@ class Authorization;
 class ApplicationInfo;
 class BridgeCapabilityPolicy;
 class FileDataBridge;
+class LocationDataBridge;
 
 // Answers for the bridge as a whole. What it reads from must outlive it, and it its tasks.
 class BridgeStatus {
 public:
     BridgeStatus(const Authorization& authorization, const ApplicationInfo& application,
-                 const BridgeCapabilityPolicy& policy, AppleDataBridge& dataBridge, const FileDataBridge& files)
+                 const BridgeCapabilityPolicy& policy, AppleDataBridge& dataBridge, const LocationDataBridge& location,
+                 const FileDataBridge& files)
         : m_authorization(authorization),
           m_application(application),
           m_policy(policy),
           m_dataBridge(dataBridge),
+          m_location(location),
           m_files(files) {}
 
     // Neither ever throws: what can't be counted counts as nothing.
@@ -75,6 +78,7 @@ private:
     const ApplicationInfo& m_application;
     const BridgeCapabilityPolicy& m_policy;
     AppleDataBridge& m_dataBridge;
+    const LocationDataBridge& m_location;
     const FileDataBridge& m_files;
 };
 

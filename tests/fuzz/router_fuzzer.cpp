@@ -1,3 +1,5 @@
+#include "adapters/location/consented_location_manager.h"
+#include "adapters/location/fixed_place.h"
 #include "adapters/posix/posix_bookmarks.h"
 #include "adapters/xdg/home_trash.h"
 #include "app/unconfigured_music_catalog.h"
@@ -6,12 +8,14 @@
 #include "bridges/contacts/contact_data_bridge.h"
 #include "bridges/files/file_data_bridge.h"
 #include "bridges/iwork/iwork_automation_bridge.h"
+#include "bridges/location/location_data_bridge.h"
 #include "bridges/music/music_data_bridge.h"
 #include "platform/application_info.h"
 #include "policy/bridge_capability_policy.h"
 #include "policy/bridge_pairing_store.h"
 #include "server/bridge_router.h"
 #include "server/permission_snapshot.h"
+#include "tests/fakes/manual_alarm_clock.h"
 #include "tests/fakes/memory_contact_store.h"
 #include "tests/fakes/memory_folder_chooser.h"
 #include "tests/fakes/memory_music_library.h"
@@ -19,7 +23,9 @@
 #include "tests/fakes/memory_user_defaults.h"
 #include "tests/fakes/sample_event_store.h"
 #include "tests/fakes/scripted_authorization.h"
+#include "tests/fakes/scripted_directions.h"
 #include "tests/fakes/scripted_http_client.h"
+#include "tests/fakes/scripted_local_search.h"
 #include "tests/fuzz/fuzz.h"
 #include "tests/support/temporary_folder.h"
 
@@ -114,6 +120,8 @@ public:
         music.items = {{0x1A, "Café \"Noir\" \\", "Ana"}, {0x2B, "Harvest", ""}};
         music.playlists = {{0x77, "Morning", {0x1A}}};
         m_library.library = std::make_shared<const MusicLibraryContents>(std::move(music));
+        m_localSearch.found = {{"Café \"Noir\"", {52.5, 13.4}, "Alley 3", "555-0100", "https://cafe.example.org"}, {}};
+        m_mapDirections.routes = {{"Alley", 300, 240, {"Turn \"left\".", ""}}};
         resetCalendars();
         resetContacts();
     }
@@ -187,9 +195,16 @@ private:
     MemoryMusicLibrary m_library;
     UnconfiguredMusicCatalog m_catalog;
     MusicDataBridge m_music{m_library, m_catalog, m_engine, m_authorization};
-    BridgeStatus m_status{m_authorization, m_application, m_policy, m_dataBridge, m_files};
-    BridgeRouter m_router{BridgeSet(m_status, m_dataBridge, m_contacts, m_files, m_iwork, m_music), m_policy, m_pairing,
-                          m_clock};
+    ConsentedLocationManager m_manager{
+        m_loop, m_authorization,
+        std::make_unique<FixedPlace>(MapCoordinate{52.52, 13.405}, "services.json", "", m_clock)};
+    ScriptedLocalSearch m_localSearch;
+    ScriptedDirections m_mapDirections;
+    ManualAlarmClock m_alarms;
+    LocationDataBridge m_location{m_manager, m_localSearch, m_mapDirections, m_alarms};
+    BridgeStatus m_status{m_authorization, m_application, m_policy, m_dataBridge, m_location, m_files};
+    BridgeRouter m_router{BridgeSet(m_status, m_dataBridge, m_contacts, m_files, m_iwork, m_location, m_music),
+                          m_policy, m_pairing, m_clock};
 };
 
 // What the bridge may answer to whoever is paired and has everything switched on.

@@ -188,15 +188,6 @@ TEST(ResultSchema, OfThePermissionsNamesTheEightStates) {
               R"("unknown"],"type":"string"})");
 }
 
-TEST(ResultSchema, IsMissingWhereTheBridgeIsStillToCome) {
-    const auto row = later<IdentifierPayload>("later", BridgeCapability::filesList);
-    EXPECT_TRUE(row.isStillToCome());
-    EXPECT_TRUE(row.payloadSchema);
-    forEachOperation([](const Operation& each) {
-        EXPECT_FALSE(each.name.starts_with("files.") && each.isStillToCome()) << each.name;
-    });
-}
-
 TEST(DependentCapabilities, StandWhereTheRequestDecides) {
     using Capability = BridgeCapability;
     const auto of = [](std::string_view name) {

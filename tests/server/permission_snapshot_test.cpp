@@ -4,14 +4,19 @@
 #include "adapters/xdg/home_trash.h"
 #include "bridges/calendar/apple_data_bridge.h"
 #include "bridges/files/file_data_bridge.h"
+#include "bridges/location/location_data_bridge.h"
 #include "platform/application_info.h"
 #include "policy/bridge_capability_policy.h"
 #include "tests/fakes/failing_event_store.h"
 #include "tests/fakes/gated_event_store.h"
+#include "tests/fakes/manual_alarm_clock.h"
 #include "tests/fakes/memory_folder_chooser.h"
 #include "tests/fakes/memory_user_defaults.h"
 #include "tests/fakes/sample_event_store.h"
 #include "tests/fakes/scripted_authorization.h"
+#include "tests/fakes/scripted_directions.h"
+#include "tests/fakes/scripted_local_search.h"
+#include "tests/fakes/scripted_location_manager.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -51,9 +56,14 @@ protected:
     MemoryFolderChooser chooser;
     HomeTrash trash{folder.file("Trash")};
     FileDataBridge files{defaults, bookmarks, chooser, trash};
+    ScriptedLocationManager locationManager;
+    ScriptedLocalSearch localSearch;
+    ScriptedDirections mapDirections;
+    ManualAlarmClock alarms;
+    LocationDataBridge location{locationManager, localSearch, mapDirections, alarms};
     Version version;
     BridgeCapabilityPolicy policy{defaults};
-    BridgeStatus status{authorization, version, policy, data, files};
+    BridgeStatus status{authorization, version, policy, data, location, files};
 };
 
 TEST_F(PermissionSnapshot, CountsWhatIsAllowedAndAvailable) {
@@ -109,8 +119,9 @@ TEST_F(PermissionSnapshot, HasEachStateByItsOwnNumbers) {
     authorization.statuses = {{PrivacyService::calendar, 4},
                               {PrivacyService::reminders, 7},
                               {PrivacyService::contacts, 4},
-                              {PrivacyService::music, 2},
-                              {PrivacyService::location, 4}};
+                              {PrivacyService::music, 2}};
+    // Not what another source of permissions says of it.
+    locationManager.status = 4;
     const auto made = snapshot();
     EXPECT_EQ(made.calendar, State::writeOnly);
     EXPECT_EQ(made.reminders, State::unknown);
@@ -142,7 +153,7 @@ TEST_F(PermissionSnapshot, StandsInTheHealthWithNameAndVersion) {
 TEST_F(PermissionSnapshot, WaitsForTheStoreAndCanBeDropped) {
     GatedEventStore slow(store);
     AppleDataBridge slowData(slow, authorization, defaults);
-    BridgeStatus slowStatus(authorization, version, policy, slowData, files);
+    BridgeStatus slowStatus(authorization, version, policy, slowData, location, files);
     slow.hold("calendars", "", GatedEventStore::When::beforeEffect);
     {
         auto dropped = slowStatus.health();

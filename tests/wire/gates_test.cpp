@@ -61,19 +61,6 @@ TEST(Gates, ConfirmationComesAfterTheCapabilityAndBeforeThePayload) {
     EXPECT_EQ(call("calendar.delete", R"({"identifier":"c"})").code(), "capability_denied");
 }
 
-TEST(Gates, OperationWhoseBridgeIsToComeAnswersAtTheVeryEnd) {
-    const RunningBridge bridge;
-    for (const auto& [name, payload] : std::initializer_list<std::pair<const char*, const char*>>{
-             {"location.current", "null"}, {"maps.places.search", R"({"query":"x","limit":1})"}}) {
-        const auto answer = call(name, payload);
-        EXPECT_EQ(answer.code(), "unsupported_operation") << name;
-        EXPECT_EQ(answer.message(), std::string("Unsupported bridge operation: ") + name);
-        EXPECT_EQ(answer.requestId(), "r");
-    }
-    EXPECT_EQ(call("maps.places.search", R"({"query":"x"})").message(),
-              "Malformed bridge request: .limit: required, but missing");
-}
-
 TEST(Gates, PermissionsNeedNoCapability) {
     RunningBridge bridge;
     bridge.enableAll(false);

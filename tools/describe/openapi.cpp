@@ -49,7 +49,6 @@ std::string descriptionOf(const Operation& row) {
     if (row.confirm == Confirm::whenOverwriting)
         lines += "\nNeeds `\"confirmed\": true` when the payload's `overwrite` is true.";
     if (!row.payloadSchema) lines += "\nIgnores the payload.";
-    if (row.isStillToCome()) lines += "\nStill to come: answers `unsupported_operation`.";
     return lines;
 }
 
@@ -78,10 +77,7 @@ JSONValue requestOf(const Operation& row, SchemaBook& book) {
             several.push_back(text(name));
         schema.emplace("x-capability", JSONValue{std::move(several)});
     }
-    if (row.isStillToCome())
-        schema.emplace("x-status", text("planned"));
-    else
-        schema.emplace("x-result", row.resultSchema(book));
+    schema.emplace("x-result", row.resultSchema(book));
     return {std::move(schema)};
 }
 
@@ -114,7 +110,6 @@ JSONValue executeAnswer(SchemaBook& book) {
     std::set<std::string> seen;
     for (const auto group : operationGroups())
         for (const auto& row : group) {
-            if (row.isStillToCome()) continue;
             auto result = row.resultSchema(book);
             if (seen.insert(writeJSON(result)).second) results.push_back(std::move(result));
         }
