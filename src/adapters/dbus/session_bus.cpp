@@ -33,6 +33,15 @@ GObjectPointer<GDBusConnection> sessionBus(GCancellable* cancellable) {
     return bus;
 }
 
+GObjectPointer<GDBusConnection> openSystemBus(GCancellable* cancellable, GError** error) {
+    const GLibPointer<char> address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SYSTEM, cancellable, error));
+    if (!address) return {};
+    const auto flags = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                                         G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+    return GObjectPointer<GDBusConnection>(
+        g_dbus_connection_new_for_address_sync(address.get(), flags, nullptr, cancellable, error));
+}
+
 bool isNameServed(GDBusConnection* bus, const char* name, GCancellable* cancellable) {
     gboolean owned = FALSE;
     if (const auto answer = callBus(bus, "NameHasOwner", g_variant_new("(s)", name), "(b)", cancellable))

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/dbus/glib_pointer.h"
+#include "adapters/dbus/waiting.h"
 #include "adapters/eds/deadline.h"
 
 #include <optional>
@@ -30,20 +30,6 @@ private:
     std::chrono::milliseconds m_time;
     std::shared_ptr<GCancellable> m_cancellable;
     std::optional<Deadline> m_deadline;
-};
-
-// Held by a task that waits for a call: ends the call when it goes.
-class Waiting {
-public:
-    Waiting() = default;
-    Waiting(const Waiting&) = delete;
-    Waiting& operator=(const Waiting&) = delete;
-    ~Waiting() { g_cancellable_cancel(m_cancellable.get()); }
-
-    const std::shared_ptr<GCancellable>& cancellable() const { return m_cancellable; }
-
-private:
-    std::shared_ptr<GCancellable> m_cancellable{g_cancellable_new(), GObjectRelease()};
 };
 
 } // namespace bridge
