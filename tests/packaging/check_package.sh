@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# check_package.sh CHECK BUILD WORK: one check of what make_package.sh made, called like a function below.
+# check_package.sh CHECK WORK: one check of what make_package.sh made, called like a function below.
 set -euo pipefail
-check=$1 build=$2 work=$3
+check=$1 work=$2
 here=$(cd "$(dirname "$0")" && pwd)
 app=brindlefox-apple-bridge
 stage=$work/stage/usr
@@ -55,7 +55,7 @@ man_pages_are_clean_and_complete() {
         [ -z "$complaints" ] || fail "$page: $complaints"
     done
     for option in $("$stage/bin/brindlefox-import" --help | grep -oE '^ +--[a-z]+' | tr -d ' '); do
-        zcat "$stage/share/man/man1/brindlefox-import.1.gz" | tr -d '\\' | grep -qe "$option" || fail "The page lacks $option."
+        zcat "$stage/share/man/man1/brindlefox-import.1.gz" | tr -d '\134' | grep -qe "$option" || fail "The page lacks $option."
     done
 }
 
