@@ -17,9 +17,16 @@ own_folder() {
     trap 'rm -rf "$folder"' EXIT
 }
 
-# The documents are installed as folders.
+# The documents are installed as folders; the places are not made everywhere.
 installs_these_files() {
-    diff -u "$here/installed_files.txt" <(cd "$stage" && find . -path ./share/doc -prune -o ! -type d -printf '%m %P\n' | LC_ALL=C sort -k 2)
+    diff -u "$here/installed_files.txt" <(cd "$stage" && find . -path ./share/doc -prune -o -path "./share/$app" -prune -o ! -type d -printf '%m %P\n' | LC_ALL=C sort -k 2)
+}
+
+installs_the_places() {
+    diff -u <(echo "644 places.db") <(cd "$stage/share/$app" && find . ! -type d -printf '%m %P\n')
+    # SQLite's magic number, and more than an empty database.
+    [ "$(head -c 15 "$stage/share/$app/places.db")" = 'SQLite format 3' ] || fail "The places are no database."
+    [ "$(stat -c %s "$stage/share/$app/places.db")" -gt 1000000 ] || fail "There are hardly any places."
 }
 
 package_has_the_installed_files() {
