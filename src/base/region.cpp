@@ -80,6 +80,12 @@ std::string userRegion() {
     return icu::Locale::getDefault().getCountry();
 }
 
+std::string userLanguage() {
+    const auto& locale = icu::Locale::getDefault();
+    const std::string language = *locale.getLanguage() == '\0' ? "en" : locale.getLanguage();
+    return *locale.getCountry() == '\0' ? language : language + '-' + locale.getCountry();
+}
+
 bool isInLatinLetters(std::string_view text) {
     const auto length = static_cast<int32_t>(text.size());
     bool hasLetter = false;

@@ -31,6 +31,9 @@ public:
     // One or more routes, the platform's preferred one first. Throws PlatformError when there is none, when the kind of
     // transport is not served here, or when it could not be calculated. A dropped task abandons it.
     virtual Task<std::vector<Route>> calculate(DirectionsQuery query) = 0;
+
+    // Who calculates and with whose map, for the user, with the attribution that the map's owner asks for.
+    virtual std::string description() const = 0;
 };
 
 } // namespace bridge
