@@ -22,6 +22,7 @@ public:
         if (failure) throw PlatformError(*failure);
         co_return routes;
     }
+    std::string description() const override { return "a script"; }
 };
 
 } // namespace bridge

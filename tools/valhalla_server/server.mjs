@@ -1,6 +1,6 @@
-// A real Valhalla on this machine, for tests and ./try: node server.mjs PACKAGE EXTRACT TILES. PACKAGE is the unpacked npm package
-// @valhallajs/valhallajs, TILES a folder for its tiles, made from the extract with the first request. Descriptor 3 is the socket to
-// listen on. Ends when its standard input does, so never later than whoever started it.
+// A real Valhalla on this machine, for tests and ./try: node server.mjs PACKAGE EXTRACT FOLDER [TIMETABLES]. PACKAGE is the unpacked
+// npm package @valhallajs/valhallajs. What it needs of the extract, and of a folder of GTFS feeds, is made in FOLDER with the first
+// request, and kept. Descriptor 3 is the socket to listen on. Ends when its standard input does, so never later than whoever started it.
 import { spawn } from 'node:child_process';
 import fs from 'node:fs';
 import http from 'node:http';
@@ -8,34 +8,52 @@ import { createRequire } from 'node:module';
 import path from 'node:path';
 import { codeOf } from './error_codes.mjs';
 
-const [folder, extract, tiles] = process.argv.slice(2);
-const require = createRequire(path.resolve(folder) + '/');
+const [npm, extract, folder, timetables] = process.argv.slice(2);
+const require = createRequire(path.resolve(npm) + '/');
+const within = (name) => path.join(folder, name);
 
-let builder;
+let running;
 process.stdin.resume().on('end', () => {
-    if (builder) builder.on('close', () => process.exit()).kill('SIGKILL');
+    if (running) running.on('close', () => process.exit()).kill('SIGKILL');
     else process.exit();
 });
 
-function build(config) {
+function run(name, ...words) {
     return new Promise((resolve, reject) => {
-        const program = path.join(require('./lib/binary-path').getBinaryDir(folder), 'valhalla_build_tiles');
+        const program = path.join(require('./lib/binary-path').getBinaryDir(npm), name);
         let said = '';
-        builder = spawn(program, ['-i', JSON.stringify(config), extract], { stdio: ['ignore', 'pipe', 'pipe'] });
-        for (const stream of [builder.stdout, builder.stderr]) stream.on('data', (data) => (said += data));
-        builder.on('error', reject).on('close', (code) => {
-            builder = undefined;
-            code === 0 ? resolve() : reject(new Error(`valhalla_build_tiles failed: ${said.slice(-1000)}`));
+        running = spawn(program, words, { stdio: ['ignore', 'pipe', 'pipe'] });
+        for (const stream of [running.stdout, running.stderr]) stream.on('data', (data) => (said += data));
+        running.on('error', reject).on('close', (code) => {
+            running = undefined;
+            code === 0 ? resolve() : reject(new Error(`${name} failed: ${said.slice(-1000)}`));
         });
     });
 }
 
+async function build(config) {
+    const settings = ['-i', JSON.stringify(config)];
+    fs.mkdirSync(within('transit'), { recursive: true });
+    if (timetables) {
+        await run('valhalla_ingest_transit', ...settings);
+        await run('valhalla_convert_transit', ...settings);
+    }
+    await run('valhalla_build_tiles', ...settings, extract);
+    fs.writeFileSync(within('complete'), '');
+}
+
 async function start() {
     const { Actor, getConfig } = require('./index.js');
-    const quiet = ['thor', 'odin', 'loki', 'meili'].flatMap((part) => [`--${part}-logging-type`, '']);
-    const additionalArgs = ['--mjolnir-tile-extract', '', '--mjolnir-concurrency', '1', ...quiet];
-    const config = await getConfig({ tileDir: tiles, tileExtract: '', additionalArgs });
-    if (!fs.existsSync(tiles)) await build(config);
+    const settings = {
+        'mjolnir-tile-extract': '',
+        'mjolnir-concurrency': '1',
+        'mjolnir-transit-dir': within('transit'),
+        'mjolnir-transit-feeds-dir': timetables ?? '',
+    };
+    for (const part of ['thor', 'odin', 'loki', 'meili']) settings[`${part}-logging-type`] = '';
+    const additionalArgs = Object.entries(settings).flatMap(([name, value]) => [`--${name}`, value]);
+    const config = await getConfig({ tileDir: within('tiles'), tileExtract: '', additionalArgs });
+    if (!fs.existsSync(within('complete'))) await build(config);
     return new Actor(config);
 }
 

@@ -15,6 +15,7 @@
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 namespace bridge {
 
@@ -73,7 +74,7 @@ std::string ValhallaServer::hindrance() {
     return {};
 }
 
-ValhallaServer::ValhallaServer(const std::string& tiles) {
+ValhallaServer::ValhallaServer(const std::string& folder, Timetables timetables) {
     if (const auto reason = hindrance(); !reason.empty()) throw PlatformError(reason);
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) throw PlatformError::fromErrno("A pipe could not be made", errno);
@@ -82,10 +83,12 @@ ValhallaServer::ValhallaServer(const std::string& tiles) {
     const auto listener = listenOnLoopback(0);
     m_url = "http://127.0.0.1:" + std::to_string(portOf(listener));
 
-    std::array<std::string, 5> words{"node", VALHALLA_SERVER, package, VALHALLA_EXTRACT, tiles};
-    std::array<char*, 6> arguments{};
-    for (size_t index = 0; index < words.size(); ++index)
-        arguments[index] = words[index].data();
+    std::vector<std::string> words{"node", VALHALLA_SERVER, package, VALHALLA_EXTRACT, folder};
+    if (timetables == Timetables::ofABus) words.emplace_back(VALHALLA_TIMETABLES);
+    std::vector<char*> arguments;
+    for (auto& word : words)
+        arguments.push_back(word.data());
+    arguments.push_back(nullptr);
     const Attributes how(input.get(), listener.get());
     if (const int code = posix_spawnp(&m_pid, arguments[0], &how.actions, &how.attributes, arguments.data(), environ))
         throw PlatformError::fromErrno("node could not be started", code);

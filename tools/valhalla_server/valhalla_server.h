@@ -7,17 +7,19 @@
 
 namespace bridge {
 
+enum class Timetables { none, ofABus };
+
 // A real Valhalla on 127.0.0.1 over the map of Liechtenstein, for tests and ./try. It is there at once: what is asked
-// before it has started, and has made its tiles, waits. It ends with this object, and with our process in whatever way
-// that ends.
+// before it has started, and has prepared its map, waits. It ends with this object, and with our process in whatever
+// way that ends.
 class ValhallaServer {
 public:
     // What this machine lacks for it, in a sentence; empty when nothing.
     static std::string hindrance();
 
-    // `tiles` is the absolute path of a folder in an existing one; made with the first request unless it is there.
-    // Throws PlatformError.
-    explicit ValhallaServer(const std::string& tiles);
+    // Prepares its map in the folder, with the first request, unless an earlier one of its kind has. The path is
+    // absolute. Throws PlatformError.
+    explicit ValhallaServer(const std::string& folder, Timetables timetables = Timetables::none);
     ~ValhallaServer();
     ValhallaServer(const ValhallaServer&) = delete;
     ValhallaServer& operator=(const ValhallaServer&) = delete;

@@ -57,7 +57,7 @@ public:
     Directions& directions() override { return *m_directions; }
     void breakDown() override { m_server->end(); }
     void repair() override {
-        m_server.emplace(m_folder.file("tiles"));
+        m_server.emplace(m_folder.file("map"));
         m_directions.emplace(m_client, m_server->url(), "en-US");
     }
 

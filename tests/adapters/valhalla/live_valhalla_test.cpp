@@ -14,7 +14,7 @@ namespace bridge {
 namespace {
 
 using testing::AllOf;
-using testing::Each;
+using testing::Contains;
 using testing::Ge;
 using testing::HasSubstr;
 using testing::Le;
@@ -28,7 +28,7 @@ class LiveValhallaTest : public testing::Test {
 protected:
     void SetUp() override {
         ASSERT_EQ(ValhallaServer::hindrance(), "");
-        server.emplace(folder.file("tiles"));
+        server.emplace(folder.file("map"));
     }
     std::vector<Route> calculate(MapCoordinate from, MapCoordinate to, TransportType transport,
                                  const std::string& language = "en-US") {
@@ -78,6 +78,16 @@ TEST_F(LiveValhallaTest, HasNoTimetables) {
     EXPECT_THAT(failure(vaduz, balzers, TransportType::transit), HasSubstr("no timetables"));
 }
 
+TEST_F(LiveValhallaTest, TakesTheBusWhereItHasTimetables) {
+    server.emplace(folder.file("with timetables"), Timetables::ofABus);
+    const auto routes = calculate(vaduz, balzers, TransportType::transit);
+    EXPECT_THAT(routes.at(0).steps, Contains("Take the 1 toward Balzers. (2 stops)"));
+    EXPECT_THAT(routes[0].expectedTravelTime, AllOf(Ge(16 * 60), Le(45 * 60)));
+    EXPECT_THAT(routes[0].distance, AllOf(Ge(8000), Le(10000)));
+    // So near that nobody would wait for the bus.
+    EXPECT_THAT(failure(vaduz, {47.1415, 9.5218}, TransportType::transit), HasSubstr("No ride by public transport"));
+}
+
 TEST_F(LiveValhallaTest, AnswersForTheEndsOfTheEarth) {
     for (const MapCoordinate end : {MapCoordinate{90, 180}, MapCoordinate{-90, -180}, MapCoordinate{0, 0}})
         for (const auto transport :
@@ -105,16 +115,16 @@ TEST_F(LiveValhallaTest, ThatHasDiedIsAnError) {
                 HasSubstr("The directions server could not be asked. "));
 }
 
-TEST_F(LiveValhallaTest, KeepsItsTiles) {
+TEST_F(LiveValhallaTest, KeepsItsMap) {
     EXPECT_EQ(failure(vaduz, balzers, TransportType::automobile), "");
     server->end();
-    const auto made = std::filesystem::last_write_time(folder.file("tiles"));
-    server.emplace(folder.file("tiles"));
+    const auto made = std::filesystem::last_write_time(folder / "map/complete");
+    server.emplace(folder.file("map"));
     EXPECT_EQ(failure(vaduz, balzers, TransportType::automobile), "");
-    EXPECT_EQ(std::filesystem::last_write_time(folder.file("tiles")), made);
+    EXPECT_EQ(std::filesystem::last_write_time(folder / "map/complete"), made);
 }
 
-TEST_F(LiveValhallaTest, EndsWhileItIsMakingItsTiles) {
+TEST_F(LiveValhallaTest, EndsWhileItIsPreparingItsMap) {
     ValhallaDirections directions(client, server->url(), "en-US");
     auto dropped = directions.calculate({vaduz, balzers, TransportType::automobile, AlternateRoutes::no});
     dropped.start();
