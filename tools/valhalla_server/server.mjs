@@ -32,8 +32,9 @@ function run(name, ...words) {
 }
 
 async function build(config) {
-    const settings = ['-i', JSON.stringify(config)];
     fs.mkdirSync(within('transit'), { recursive: true });
+    fs.writeFileSync(within('settings.json'), JSON.stringify(config));
+    const settings = ['-c', within('settings.json')];
     if (timetables) {
         await run('valhalla_ingest_transit', ...settings);
         await run('valhalla_convert_transit', ...settings);
