@@ -38,6 +38,10 @@ int denied(PrivacyService service) {
     return service == PrivacyService::music ? 1 : 2;
 }
 
+int restricted(PrivacyService service) {
+    return service == PrivacyService::music ? 2 : 1;
+}
+
 // Whether the user still has to decide about full access: nothing was asked yet, or only for the right to add.
 bool isOpen(PrivacyService service, std::optional<int> status) {
     const bool knowsWriteOnly = service == PrivacyService::calendar || service == PrivacyService::reminders;
@@ -66,12 +70,27 @@ Task<bool> ConsentFile::requestAccess(PrivacyService service) {
     if (isOpen(service, status(service))) {
         const auto guard = co_await m_asking.lock();
         // Whoever held the lock before may have asked the same.
-        if (isOpen(service, status(service))) {
-            const bool allowed = co_await m_prompt.ask(service);
-            setStatus(service, allowed ? fullAccess : denied(service));
-        }
+        if (isOpen(service, status(service))) co_await ask(service);
     }
     co_return status(service) == fullAccess;
+}
+
+bool ConsentFile::canAskAgain(PrivacyService service) const {
+    const auto present = status(service);
+    return present && present != restricted(service);
+}
+
+Task<bool> ConsentFile::askAgain(PrivacyService service) {
+    const auto before = m_answersGiven[service];
+    const auto guard = co_await m_asking.lock();
+    if (status(service) != fullAccess && canAskAgain(service) && m_answersGiven[service] == before)
+        co_await ask(service);
+    co_return status(service) == fullAccess;
+}
+
+Task<> ConsentFile::ask(PrivacyService service) {
+    const bool allowed = co_await m_prompt.ask(service);
+    setStatus(service, allowed ? fullAccess : denied(service));
 }
 
 void ConsentFile::setStatus(PrivacyService service, std::optional<int> status) {
@@ -82,6 +101,7 @@ void ConsentFile::setStatus(PrivacyService service, std::optional<int> status) {
         stored.emplace(nameOf(each), answer ? JSONValue{static_cast<double>(*answer)} : JSONValue{nullptr});
     m_file.write(writeJSON({std::move(stored)}));
     m_answers = std::move(answers);
+    ++m_answersGiven[service];
 }
 
 } // namespace bridge

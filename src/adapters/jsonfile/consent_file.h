@@ -4,6 +4,7 @@
 #include "base/async_mutex.h"
 #include "platform/consent_prompt.h"
 
+#include <cstdint>
 #include <map>
 #include <string>
 
@@ -23,14 +24,21 @@ public:
     std::optional<int> status(PrivacyService service) const override;
     // One question at a time; who asks for the same meanwhile gets the same answer.
     Task<bool> requestAccess(PrivacyService service) override;
+    // The answers are ours to ask for, but not where the service does not exist or somebody else restricted it. An
+    // answer that comes while this waits for its turn is good for this, too.
+    bool canAskAgain(PrivacyService service) const override;
+    Task<bool> askAgain(PrivacyService service) override;
     // Kept for the next start. Throws PlatformError when it can't be saved; then nothing changed.
     void setStatus(PrivacyService service, std::optional<int> status);
 
 private:
+    Task<> ask(PrivacyService service);
+
     PrivateFile m_file;
     ConsentPrompt& m_prompt;
     AsyncMutex m_asking;
     std::map<PrivacyService, std::optional<int>> m_answers;
+    std::map<PrivacyService, uint64_t> m_answersGiven; // since the start
 };
 
 } // namespace bridge

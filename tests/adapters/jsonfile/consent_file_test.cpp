@@ -257,5 +257,82 @@ TEST_F(Asking, AnAnswerFromElsewhereEndsTheWaitInTheQueue) {
     EXPECT_EQ(prompt.asked, (std::vector{PrivacyService::reminders}));
 }
 
+class AskingAgain : public Asking {
+protected:
+    bool askAgain(PrivacyService service) {
+        auto task = consent.askAgain(service);
+        task.start();
+        return task.take();
+    }
+};
+
+TEST_F(AskingAgain, ANoMayBecomeAYes) {
+    for (const auto service : allServices) {
+        prompt.answer = false;
+        EXPECT_FALSE(request(service));
+        EXPECT_TRUE(consent.canAskAgain(service));
+        prompt.answer = true;
+        EXPECT_FALSE(request(service));
+        EXPECT_TRUE(askAgain(service));
+        EXPECT_EQ(statusAfterRestart(service), 3);
+    }
+    EXPECT_EQ(prompt.asked.size(), 10u);
+}
+
+TEST_F(AskingAgain, ANoMayStayANo) {
+    prompt.answer = false;
+    EXPECT_FALSE(request(PrivacyService::contacts));
+    EXPECT_FALSE(askAgain(PrivacyService::contacts));
+    EXPECT_EQ(consent.status(PrivacyService::contacts), 2);
+    EXPECT_EQ(prompt.asked.size(), 2u);
+}
+
+TEST_F(AskingAgain, NobodyIsAskedWhoHasGrantedAll) {
+    consent.setStatus(PrivacyService::music, 3);
+    EXPECT_TRUE(askAgain(PrivacyService::music));
+    EXPECT_TRUE(prompt.asked.empty());
+}
+
+TEST_F(AskingAgain, IsNotForWhatIsNotTheUsersToGrant) {
+    for (const auto service : allServices) {
+        consent.setStatus(service, std::nullopt);
+        EXPECT_FALSE(consent.canAskAgain(service));
+        EXPECT_FALSE(askAgain(service));
+        consent.setStatus(service, service == PrivacyService::music ? 2 : 1);
+        ASSERT_EQ(permissionState(consent, service), BridgePermissionState::restricted);
+        EXPECT_FALSE(consent.canAskAgain(service));
+        EXPECT_FALSE(askAgain(service));
+    }
+    EXPECT_TRUE(prompt.asked.empty());
+}
+
+TEST_F(AskingAgain, APartOfTheAccessMayBecomeAll) {
+    consent.setStatus(PrivacyService::contacts, 4);
+    consent.setStatus(PrivacyService::location, 4);
+    EXPECT_TRUE(askAgain(PrivacyService::contacts));
+    EXPECT_TRUE(askAgain(PrivacyService::location));
+}
+
+TEST_F(AskingAgain, TwoAtOnceGetOneAnswer) {
+    consent.setStatus(PrivacyService::calendar, 2);
+    prompt.waits = true;
+    prompt.answer = false;
+    auto first = consent.askAgain(PrivacyService::calendar);
+    auto second = consent.askAgain(PrivacyService::calendar);
+    first.start();
+    second.start();
+    prompt.answered.open();
+    EXPECT_FALSE(first.take());
+    EXPECT_FALSE(second.take());
+    EXPECT_EQ(prompt.asked.size(), 1u);
+}
+
+TEST_F(AskingAgain, NobodyToAskLeavesTheAnswer) {
+    consent.setStatus(PrivacyService::calendar, 2);
+    prompt.fails = true;
+    EXPECT_THROW(askAgain(PrivacyService::calendar), PlatformError);
+    EXPECT_EQ(consent.status(PrivacyService::calendar), 2);
+}
+
 } // namespace
 } // namespace bridge
