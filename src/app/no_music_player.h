@@ -9,6 +9,7 @@ namespace bridge {
 class NoMusicPlayer : public musicapp::Player {
 public:
     bool isRunning() const override { return false; }
+    std::optional<std::string> whyUnavailable() const override { return reason; }
     musicapp::ContentsPointer contents(musicapp::Call&) override { fail(); }
     std::string description(uint64_t, musicapp::Call&) override { fail(); }
     void checkNewName(const std::string&, musicapp::Call&) override { fail(); }
@@ -22,11 +23,10 @@ public:
     void pause(musicapp::Call&) override {}
 
 private:
-    [[noreturn]] static void fail() {
-        throw ScriptError(applescript::eventFailed,
-                          "MPD can't be used: this bridge was built without it. Install libmpdclient-dev and "
-                          "mpd, and build the bridge again.");
-    }
+    [[noreturn]] static void fail() { throw ScriptError(applescript::eventFailed, reason); }
+
+    static constexpr const char* reason = "MPD can't be used: this bridge was built without it. Install "
+                                          "libmpdclient-dev and mpd, and build the bridge again.";
 };
 
 } // namespace bridge

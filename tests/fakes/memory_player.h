@@ -22,6 +22,7 @@ public:
     }
 
     bool isRunning() const override { return runs; }
+    std::optional<std::string> whyUnavailable() const override { return std::nullopt; }
     musicapp::ContentsPointer contents(Call&) override { return m_contents; }
     std::string description(uint64_t playlist, Call&) override { return descriptions[playlist]; }
     void checkNewName(const std::string& name, Call&) override {

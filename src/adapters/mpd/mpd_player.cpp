@@ -32,6 +32,11 @@ bool MpdPlayer::isRunning() const {
     return m_private.isRunning() || (m_options.environment && findRunningMpd(m_options.environment));
 }
 
+std::optional<std::string> MpdPlayer::whyUnavailable() const {
+    if (isRunning()) return std::nullopt;
+    return m_private.whyUnavailable();
+}
+
 // Has the conversation to itself; whatever but a refusal has ended it.
 template <typename Action> auto MpdPlayer::withMpd(Call& call, Action action) {
     std::unique_lock lock(m_mutex, std::defer_lock);

@@ -24,6 +24,7 @@ public:
     ~MpdPlayer() override;
 
     bool isRunning() const override;
+    std::optional<std::string> whyUnavailable() const override;
     musicapp::ContentsPointer contents(Call& call) override;
     std::string description(uint64_t playlist, Call& call) override;
     void checkNewName(const std::string& name, Call& call) override;

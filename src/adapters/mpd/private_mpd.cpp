@@ -54,13 +54,19 @@ bool PrivateMpd::isRunning() const {
     return m_process && m_process->isRunning();
 }
 
+std::optional<std::string> PrivateMpd::whyUnavailable() const {
+    if (access(m_options.program.c_str(), X_OK) != 0) return "MPD is not installed. Install mpd.";
+    std::error_code unreachable;
+    if (!fs::is_directory(m_options.musicFolder, unreachable))
+        return "There is no music folder " + m_options.musicFolder +
+               ". Make it, or set XDG_MUSIC_DIR in ~/.config/user-dirs.dirs.";
+    return std::nullopt;
+}
+
 MpdServer PrivateMpd::start(musicapp::Call& call) {
     if (isRunning() && listens(m_socket, call)) return {m_socket};
     end();
-    if (access(m_options.program.c_str(), X_OK) != 0) fail("MPD is not installed. Install mpd.");
-    if (!fs::is_directory(m_options.musicFolder))
-        fail("There is no music folder " + m_options.musicFolder +
-             ". Make it, or set XDG_MUSIC_DIR in ~/.config/user-dirs.dirs.");
+    if (const auto reason = whyUnavailable()) fail(*reason);
     prepareFolder();
     auto process = std::make_unique<MpdProcess>(
         std::vector<std::string>{m_options.program, "--no-daemon", "--stderr", m_options.folder + '/' + privateConfig},

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 
 namespace bridge::mpd {
@@ -26,6 +27,8 @@ public:
 
     // On any thread.
     bool isRunning() const;
+    // What it takes to start it; nothing when it is all there.
+    std::optional<std::string> whyUnavailable() const;
     // Returns when it listens; does nothing when it does already. One that runs but doesn't is ended first. Throws with
     // what to do when it can't be started.
     MpdServer start(musicapp::Call& call);

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,8 @@ public:
 
     // Whether the program runs; never starts it, and never waits.
     virtual bool isRunning() const = 0;
+    // Whether it runs or could be started, and if not, what to install. Never waits.
+    virtual std::optional<std::string> whyUnavailable() const = 0;
 
     // The same object as long as nothing has changed.
     virtual ContentsPointer contents(Call& call) = 0;

@@ -129,10 +129,16 @@ TEST_F(MpdLibrary, SaysWhatIsMissing) {
     without.own.program = "/nowhere/mpd";
     MpdPlayer none(without);
     EXPECT_EQ(failureOf([&] { none.contents(call); }), "MPD is not installed. Install mpd.");
+    EXPECT_EQ(none.whyUnavailable(), "MPD is not installed. Install mpd.");
     EXPECT_FALSE(none.isRunning());
+    MpdPlayer some(options());
+    EXPECT_EQ(some.whyUnavailable(), std::nullopt);
+    EXPECT_FALSE(some.isRunning());
     std::filesystem::remove(music());
-    EXPECT_EQ(failureOf([&] { contents(); }), "There is no music folder " + music().string() +
-                                                  ". Make it, or set XDG_MUSIC_DIR in ~/.config/user-dirs.dirs.");
+    const auto missing =
+        "There is no music folder " + music().string() + ". Make it, or set XDG_MUSIC_DIR in ~/.config/user-dirs.dirs.";
+    EXPECT_EQ(some.whyUnavailable(), missing);
+    EXPECT_EQ(failureOf([&] { contents(); }), missing);
     std::filesystem::create_directory(music());
     EXPECT_THAT(contents()->items, IsEmpty());
 }
