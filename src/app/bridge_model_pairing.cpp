@@ -30,7 +30,7 @@ Task<> BridgeModel::pair(std::string code) {
     isPaired.set(pairingStore.isPaired());
     agentServerURL.set(pairingStore.serverURL());
     if (number != m_pairingActions) co_return;
-    m_credentialFailure.reset();
+    if (pairingStore.isPaired()) m_credentialFailure.reset();
     showFailures();
     pairingStatusMessage.set(std::move(message));
 }

@@ -1,10 +1,13 @@
 #include "adapters/jsonfile/preferred_secure_store.h"
 #include "adapters/musicapp/player_music_library.h"
 #include "adapters/xdg/home_trash.h"
+#include "adapters/xdg/xdg_autostart.h"
 #include "adapters/xdg/xdg_paths.h"
+#include "app/helper_program.h"
 #include "app/music_players.h"
 #include "app/platform.h"
 #include "app/script_applications.h"
+#include "app/service_names.h"
 #include "base/log.h"
 #ifdef HAVE_EDS
 #include "adapters/eds/eds_contact_store.h"
@@ -72,7 +75,11 @@ Platform openDesktopPlatform(EventLoop& loop) {
     const auto folder = userProfileFolder() + '/';
     const auto player = openUsersMusicPlayer(folder + profile::musicPlayer);
     platform.musicLibrary = std::make_unique<musicapp::PlayerMusicLibrary>(loop, player);
-    platform.scriptEngine = std::make_unique<ScriptApplications>(loop, folder + profile::office, player);
+    auto applications = std::make_unique<ScriptApplications>(loop, folder + profile::office, player);
+    nameScriptedServices(platform, *applications, player);
+    platform.scriptEngine = std::move(applications);
+    platform.loginItem = std::make_unique<XdgAutostart>(ownProgram());
+    platform.privacySettings = std::make_unique<DesktopSettings>();
     log::note("The credential is kept in " + platform.secureStore->description() + ".");
     log::note("Calendars and reminders are those of " + platform.eventStore->description() + ".");
     log::note("Contacts are those of " + platform.contactStore->description() + ".");

@@ -20,6 +20,7 @@
 #include "app/no_privacy_settings.h"
 #include "app/platform.h"
 #include "app/script_applications.h"
+#include "app/service_names.h"
 #include "app/unconfigured_maps.h"
 #include "app/unconfigured_music_catalog.h"
 
@@ -52,7 +53,9 @@ Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder) {
     const auto player = openPrivateMusicPlayer(file(profile::musicPlayer), file(profile::music));
     platform.musicLibrary = std::make_unique<musicapp::PlayerMusicLibrary>(loop, player);
     platform.musicCatalog = std::make_unique<UnconfiguredMusicCatalog>();
-    platform.scriptEngine = std::make_unique<ScriptApplications>(loop, file(profile::office), player);
+    auto applications = std::make_unique<ScriptApplications>(loop, file(profile::office), player);
+    nameScriptedServices(platform, *applications, player);
+    platform.scriptEngine = std::move(applications);
     platform.locationManager = openFixedLocation(loop, platform, file(profile::services));
     platform.localSearch = std::make_unique<UnconfiguredLocalSearch>();
     platform.directions = std::make_unique<UnconfiguredDirections>();

@@ -4,6 +4,14 @@
 
 namespace bridge {
 
+std::string ownProgram() {
+    std::error_code problem;
+    auto path = std::filesystem::read_symlink("/proc/self/exe", problem).string();
+    constexpr std::string_view mark = " (deleted)";
+    if (path.ends_with(mark) && !std::filesystem::exists(path, problem)) path.resize(path.size() - mark.size());
+    return path;
+}
+
 std::string helperProgram(std::string_view name) {
     std::error_code problem;
     const auto self = std::filesystem::read_symlink("/proc/self/exe", problem);

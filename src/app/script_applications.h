@@ -18,6 +18,9 @@ public:
     Task<TypedAppleScriptValue> run(std::string source) override { return m_engine.run(std::move(source)); }
     bool isRunning(const std::string& application) override { return m_engine.isRunning(application); }
 
+    // What to install for Pages, Numbers and Keynote; nothing when they can be had.
+    std::optional<std::string> whyNoOffice() const { return m_office.whyUnavailable(); }
+
 private:
     office::LibreOffice m_office;
     iworkapps::OfficeSession m_session{m_office};
