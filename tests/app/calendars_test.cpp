@@ -1,4 +1,3 @@
-#include "adapters/jsonfile/consent_file.h"
 #include "tests/app/installation.h"
 
 #include <gmock/gmock.h>
@@ -11,9 +10,7 @@ using Strings = std::vector<std::string>;
 
 class Calendars : public InstallationTest {
 protected:
-    void consent(PrivacyService service, int status) {
-        dynamic_cast<ConsentFile&>(*run->platform.authorization).setStatus(service, status);
-    }
+    void consent(PrivacyService service, int status) { run->consent.setStatus(service, status); }
     void consentToAll() {
         consent(PrivacyService::calendar, 3);
         consent(PrivacyService::reminders, 3);
@@ -132,22 +129,6 @@ TEST_F(Calendars, AStoreThatFailsAtTheStartIsNotFatal) {
     EXPECT_EQ(model().httpServer.state.get(), BridgeServerState(ServerListening{32123}));
     run->pair(agentServer);
     EXPECT_EQ(run->health(agentServer.credentials().at(0)), served);
-}
-
-TEST_F(Calendars, AccessIsAskedForWhereThereIsSomebodyToAsk) {
-    run->start();
-    wait(model().requestCalendarAccess());
-    EXPECT_EQ(lastError(), "The user can't be asked for access: this process has no window.");
-    EXPECT_EQ(model().calendarPermission.get(), BridgePermissionState::notDetermined);
-    consent(PrivacyService::calendar, 3);
-    wait(model().requestCalendarAccess());
-    EXPECT_EQ(lastError(), std::nullopt);
-    EXPECT_EQ(model().calendarPermission.get(), BridgePermissionState::fullAccess);
-    EXPECT_EQ(model().calendars.get().size(), 3u);
-    consent(PrivacyService::reminders, 2);
-    wait(model().requestRemindersAccess());
-    EXPECT_EQ(lastError(), "Full access to Reminders has not been granted.");
-    EXPECT_EQ(model().remindersPermission.get(), BridgePermissionState::denied);
 }
 
 } // namespace

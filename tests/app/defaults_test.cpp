@@ -49,6 +49,26 @@ TEST_F(Defaults, HoldWhatTheUserDid) {
     EXPECT_EQ(run->platform.bookmarks->resolve(roots[0].bookmark.value).path, folder.file("Documents"));
 }
 
+TEST_F(Defaults, AreSixWhateverTheUserDoes) {
+    run->start();
+    std::filesystem::create_directory(folder / "Documents");
+    run->folderChooser.answer = folder.file("Documents");
+    for (const auto service : {PrivacyService::calendar, PrivacyService::reminders, PrivacyService::contacts,
+                               PrivacyService::music, PrivacyService::location})
+        run->loop.runUntilDone(model().requestAccess(service));
+    run->loop.runUntilDone(model().setAllCalendars(true));
+    run->loop.runUntilDone(model().setAllReminderLists(true));
+    run->loop.runUntilDone(model().addFolder());
+    model().setGroupEnabled(BridgeCapabilityGroup::files, true);
+    model().setLaunchAtLogin(true);
+    model().openPrivacySettings();
+    run->pair(agentServer);
+    EXPECT_EQ(storedKeys(),
+              (std::vector<std::string>{"agentPairing.installationID", "agentPairing.serverURL",
+                                        "appleBridge.allowedCalendarIDs", "appleBridge.allowedReminderListIDs",
+                                        "appleBridge.enabledCapabilities.v1", "authorizedFileRoots.v1"}));
+}
+
 TEST_F(Defaults, NeverHoldTheCredential) {
     run->start();
     run->pair(agentServer);

@@ -1,13 +1,18 @@
 #pragma once
 
 #include "adapters/curl/curl_http_client.h"
+#include "adapters/jsonfile/consent_file.h"
 #include "app/bridge_model.h"
 #include "app/process.h"
 #include "base/log.h"
 #include "base/record.h"
 #include "tests/fakes/failing_event_store.h"
 #include "tests/fakes/failing_secure_store.h"
+#include "tests/fakes/memory_folder_chooser.h"
+#include "tests/fakes/memory_login_item.h"
+#include "tests/fakes/memory_privacy_settings.h"
 #include "tests/fakes/sample_event_store.h"
+#include "tests/fakes/scripted_consent_prompt.h"
 #include "tests/support/temporary_folder.h"
 #include "tools/agent_server/stand_in_agent_server.h"
 
@@ -30,12 +35,22 @@ inline FailingEventStore& putFailingStoreBefore(EventStore& real, Platform& plat
     return seen;
 }
 
-// One run of the program over a folder, put together as the program does it. Its stores can be made to fail.
+// Puts it in the place of the one that is there.
+template <typename Fake, typename Port> Fake& replaceBy(std::unique_ptr<Fake> fake, std::unique_ptr<Port>& place) {
+    auto& seen = *fake;
+    place = std::move(fake);
+    return seen;
+}
+
+// One run of the program over a folder, put together as the program does it. Its stores can be made to fail, and the
+// user is the test.
 class ProgramRun {
 public:
     // The calendars are the test's own and outlive the run.
     ProgramRun(const TemporaryFolder& folder, EventStore& calendars)
-        : platform(openEmbeddedPlatform(loop, folder.path())), eventStore(putFailingStoreBefore(calendars, platform)) {}
+        : platform(openEmbeddedPlatform(loop, folder.path())),
+          eventStore(putFailingStoreBefore(calendars, platform)),
+          consent(replaceBy(std::make_unique<ConsentFile>(folder / profile::consent, user), platform.authorization)) {}
 
     void start() { loop.runUntilDone(model.start()); }
     void pair(StandInAgentServer& agentServer) { pair(agentServer.url(), agentServer.issueCode()); }
@@ -44,6 +59,13 @@ public:
         loop.runUntilDone(model.pair(code));
     }
     void unpair() { loop.runUntilDone(model.unpair()); }
+
+    // Of a task that was started.
+    void finish(Task<> task) {
+        while (!task.done())
+            loop.waitOnce();
+        task.take();
+    }
 
     // GET /health over the wire: the status, and the code of an error.
     std::pair<int, std::string> health(const std::string& credential) {
@@ -63,6 +85,12 @@ public:
     FailingEventStore& eventStore;
     std::unique_ptr<SecureStore> secrets = std::move(platform.secureStore);
     FailingSecureStore& secureStore = putFailingStoreBefore(*secrets, platform);
+    ScriptedConsentPrompt& user = replaceBy(std::make_unique<ScriptedConsentPrompt>(), platform.consentPrompt);
+    ConsentFile& consent;
+    MemoryFolderChooser& folderChooser = replaceBy(std::make_unique<MemoryFolderChooser>(), platform.folderChooser);
+    MemoryLoginItem& loginItem = replaceBy(std::make_unique<MemoryLoginItem>(), platform.loginItem);
+    MemoryPrivacySettings& privacySettings =
+        replaceBy(std::make_unique<MemoryPrivacySettings>(), platform.privacySettings);
     BridgeCapabilityPolicy policy{*platform.defaults};
     BridgeModel model{loop, platform, policy};
 };

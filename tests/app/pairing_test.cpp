@@ -78,6 +78,117 @@ TEST_F(Pairing, SecondClickWhileOneIsUnderWayChangesNothing) {
     EXPECT_EQ(model().pairingStatusMessage.get(), std::nullopt);
 }
 
+TEST_F(Pairing, TakesTheLastOutcomeAway) {
+    run->pair(agentServer.url(), "WRONG");
+    std::vector<std::string> messages;
+    const auto watch = model().pairingStatusMessage.observe(
+        [&](const std::optional<std::string>& now) { messages.push_back(now.value_or("nothing")); });
+    run->pair(agentServer);
+    EXPECT_EQ(messages, (std::vector<std::string>{"nothing", paired}));
+}
+
+TEST_F(Pairing, UnpairingMeanwhileWins) {
+    model().agentServerURL.set(agentServer.url());
+    std::vector<bool> pairedThen;
+    const auto watch = model().isPaired.observe([&](bool now) { pairedThen.push_back(now); });
+    auto pairing = model().pair(agentServer.issueCode());
+    auto unpairing = model().unpair();
+    pairing.start();
+    unpairing.start();
+    EXPECT_FALSE(unpairing.done());
+    run->finish(std::move(pairing));
+    run->finish(std::move(unpairing));
+    EXPECT_EQ(agentServer.credentials().size(), 1u);
+    EXPECT_TRUE(pairedThen.empty());
+    EXPECT_FALSE(model().pairingInProgress.get());
+    EXPECT_EQ(message(), unpaired);
+    EXPECT_EQ(run->health(credential()), refusedUnpaired);
+    restart();
+    run->start();
+    EXPECT_FALSE(model().isPaired.get());
+}
+
+TEST_F(Pairing, UnpairingMeanwhileLocksOutAtOnce) {
+    run->pair(agentServer);
+    agentServer.behave(Behaviour::silent);
+    auto pairing = model().pair(agentServer.issueCode());
+    auto unpairing = model().unpair();
+    pairing.start();
+    unpairing.start();
+    EXPECT_FALSE(model().isPaired.get());
+    EXPECT_EQ(run->health(credential()), refusedUnpaired);
+}
+
+TEST_F(Pairing, AfterAnUnpairingThatIsUnderWayCounts) {
+    run->pair(agentServer);
+    agentServer.behave(Behaviour::silent);
+    auto dropped = std::make_optional(model().pair(agentServer.issueCode()));
+    auto unpairing = model().unpair();
+    dropped->start();
+    unpairing.start();
+    dropped.reset();
+    agentServer.behave(Behaviour::honest);
+    run->finish(std::move(unpairing));
+    run->pair(agentServer);
+    EXPECT_EQ(message(), paired);
+    EXPECT_TRUE(model().isPaired.get());
+    EXPECT_EQ(run->health(credential()), served);
+}
+
+TEST_F(Pairing, QuittingMeanwhileDecidesNothing) {
+    agentServer.behave(Behaviour::silent);
+    model().agentServerURL.set(agentServer.url());
+    model().perform(model().pair(agentServer.issueCode()));
+    EXPECT_TRUE(model().pairingInProgress.get());
+    restart();
+    run->start();
+    EXPECT_FALSE(model().isPaired.get());
+    agentServer.behave(Behaviour::honest);
+    run->pair(agentServer);
+    EXPECT_EQ(message(), paired);
+}
+
+// The same exchanges, for people without patience.
+class HurriedClient : public HTTPClient {
+public:
+    explicit HurriedClient(HTTPClient& real) : m_real(real) {}
+    Task<HTTPResponse> send(HTTPRequest request) override {
+        asked.push_back(request.timeout);
+        request.timeout = std::chrono::milliseconds(1);
+        return m_real.send(std::move(request));
+    }
+    std::vector<std::chrono::milliseconds> asked;
+
+private:
+    HTTPClient& m_real;
+};
+
+TEST_F(Pairing, SaysWhenTheAgentServerIsTooSlow) {
+    EventLoop loop;
+    auto platform = openEmbeddedPlatform(loop, folder.file("another profile"));
+    CurlHTTPClient real(loop);
+    auto hurried = std::make_unique<HurriedClient>(real);
+    auto& client = *hurried;
+    platform.httpClient = std::move(hurried);
+    BridgeCapabilityPolicy policy(*platform.defaults);
+    BridgeModel other(loop, platform, policy);
+    agentServer.behave(Behaviour::silent);
+    other.agentServerURL.set(agentServer.url());
+    loop.runUntilDone(other.pair(agentServer.issueCode()));
+    const auto told = other.pairingStatusMessage.get().value_or("");
+    EXPECT_TRUE(told.starts_with("Pairing failed: ") && told.find("imed out") != std::string::npos) << told;
+    EXPECT_FALSE(other.isPaired.get());
+    EXPECT_FALSE(other.pairingInProgress.get());
+    EXPECT_EQ(client.asked, (std::vector<std::chrono::milliseconds>{std::chrono::seconds(10)}));
+}
+
+TEST_F(Pairing, SaysWhenThereIsNoAgentServer) {
+    // Of the tests' own network nobody listens there.
+    run->pair("http://127.0.0.1:1", "CODE");
+    EXPECT_TRUE(message().starts_with("Pairing failed: ") && message().find("onnect") != std::string::npos)
+        << message();
+}
+
 TEST_F(Pairing, SaysWhenTheAddressIsNotLocal) {
     for (const auto* url : {"", "https://127.0.0.1:3000", "http://192.168.0.1:3000", "http://example.com", "3000"}) {
         run->pair(url, agentServer.issueCode());

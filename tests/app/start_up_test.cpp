@@ -118,19 +118,44 @@ TEST_F(StartUp, ASecureStoreThatFailsIsNotFatal) {
     EXPECT_EQ(run->health(agentServer.credentials().at(0)), refusedUnpaired);
 
     // The credential was not lost, only out of reach.
+    run->secureStore.recover();
+    run->loop.runUntilDone(model().refreshOnOpening());
+    EXPECT_FALSE(model().isPaired.get());
+    EXPECT_NE(model().lastError.get(), std::nullopt);
+    run->loop.runUntilDone(model().refresh());
+    EXPECT_TRUE(model().isPaired.get());
+    EXPECT_EQ(model().lastError.get(), std::nullopt);
+    EXPECT_EQ(run->health(agentServer.credentials().at(0)), served);
+
     restart();
     run->start();
     EXPECT_EQ(run->health(agentServer.credentials().at(0)), served);
 }
 
+TEST_F(StartUp, APairingMakesUpForACredentialThatCanNotBeRead) {
+    run->secureStore.fail({FailingSecureStore::Call::read}, -25308);
+    run->start();
+    EXPECT_NE(model().lastError.get(), std::nullopt);
+    run->pair(agentServer);
+    EXPECT_EQ(model().lastError.get(), std::nullopt);
+    EXPECT_TRUE(model().isPaired.get());
+}
+
 TEST_F(StartUp, ATakenPortIsNotFatal) {
-    const auto other = takePort();
+    auto other = takePort();
     run->start();
     const auto* failed = std::get_if<ServerFailed>(&model().httpServer.state.get());
     ASSERT_TRUE(failed);
     EXPECT_EQ(failed->message, "127.0.0.1:32123: address already in use");
     run->pair(agentServer);
     EXPECT_TRUE(model().isPaired.get());
+
+    model().httpServer.start();
+    EXPECT_TRUE(std::holds_alternative<ServerFailed>(model().httpServer.state.get()));
+    other = {};
+    model().httpServer.start();
+    EXPECT_EQ(model().httpServer.state.get(), BridgeServerState(ServerListening{32123}));
+    EXPECT_EQ(run->health(agentServer.credentials().at(0)), served);
 }
 
 TEST_F(StartUp, ARestartFindsEverythingAsItWas) {
