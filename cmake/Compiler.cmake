@@ -3,6 +3,15 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
+# Presets compile much the same files: what one has compiled is there for the others. A precompiled header counts as the
+# same when what it was made of is.
+find_program(CCACHE ccache)
+if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_DIR=${PROJECT_SOURCE_DIR}/build/ccache
+        CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1
+        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CCACHE})
+endif()
+
 option(BRIDGE_WERROR "Treat warnings as errors" OFF)
 set(BRIDGE_SANITIZE "" CACHE STRING "Sanitizers, as for -fsanitize=")
 
