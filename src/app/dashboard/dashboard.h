@@ -13,12 +13,12 @@ namespace bridge {
 
 // The panel in which the user sees and decides everything, as a window without a frame's decorations. What the user
 // does there is under way at most as long as the dashboard lives. Main thread only; needs a QGuiApplication whose loop
-// turns `loop` as well. All three outlive it.
+// serves the loop of the model as well. Both outlive it.
 class Dashboard : public QObject {
     Q_OBJECT
 
 public:
-    Dashboard(BridgeModel& model, EventLoop& loop, ConsentQuestion& consent);
+    Dashboard(BridgeModel& model, ConsentQuestion& consent);
     ~Dashboard() override;
 
     // Hidden, 640 by 780, and its own to be placed and shown. Engine and window are made by the first call and kept.

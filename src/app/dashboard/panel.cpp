@@ -1,0 +1,49 @@
+#include "app/dashboard/panel.h"
+
+namespace bridge {
+
+namespace {
+
+constexpr const char* refreshing = "refresh";
+
+} // namespace
+
+Panel::Panel(BridgeModel& model, ConsentQuestion& questions)
+    : m_model(model),
+      m_calendars(model, m_actions, ResourceList::calendars, this),
+      m_reminderLists(model, m_actions, ResourceList::reminderLists, this),
+      m_folders(model, m_actions, this),
+      m_login(model, m_actions, this),
+      m_pairing(model, m_actions, this),
+      m_consent(questions, this) {
+    for (const auto group : allCapabilityGroups)
+        m_groups << new GroupItem(model, m_actions, group, this);
+    m_watches.push_back(model.lastError.observe([this](const auto&) { emit lastErrorChanged(); }));
+    m_watches.push_back(model.httpServer.state.observe([this](const auto&) { emit serverFailureChanged(); }));
+    connect(&m_actions, &Actions::changed, this, &Panel::isRefreshingChanged);
+}
+
+Panel::~Panel() = default;
+
+QString Panel::serverFailure() const {
+    const auto* failure = std::get_if<ServerFailed>(&m_model.httpServer.state.get());
+    return failure ? shown(failure->message) : QString();
+}
+
+bool Panel::isRefreshing() const {
+    return m_actions.isUnderWay(refreshing);
+}
+
+void Panel::refresh() {
+    m_actions.start(refreshing, [this] { return m_model.refresh(); });
+}
+
+void Panel::refreshOnOpening() {
+    m_actions.startUnasked(refreshing, [this] { return m_model.refreshOnOpening(); });
+}
+
+void Panel::tryAgain() {
+    if (!m_actions.repeatLast()) refresh();
+}
+
+} // namespace bridge

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "adapters/jsonfile/consent_file.h"
+#include "app/bridge_model.h"
+#include "app/dashboard/dashboard.h"
+#include "tests/base/gate.h"
+#include "tests/fakes/sample_event_store.h"
+#include "tests/fakes/scripted_http_client.h"
+#include "tests/support/temporary_folder.h"
+
+namespace bridge {
+
+// A login item that does as it is told.
+class SwitchedLoginItem : public LoginItem {
+public:
+    LoginItemStatus now = LoginItemStatus::notRegistered;
+    std::string failure; // of the next calls, while it is set
+    int settingsOpened = 0;
+
+    LoginItemStatus status() const override { return now; }
+    void registerItem() override { become(LoginItemStatus::enabled); }
+    void unregisterItem() override { become(LoginItemStatus::notRegistered); }
+    void openLoginItemsSettings() override { ++settingsOpened; }
+
+private:
+    void become(LoginItemStatus status) {
+        if (!failure.empty()) throw PlatformError(failure);
+        now = status;
+    }
+};
+
+class CountedPrivacySettings : public PrivacySettings {
+public:
+    int opened = 0;
+    void open() override { ++opened; }
+};
+
+// A folder chooser that stays open until the test answers.
+class HeldFolderChooser : public FolderChooser {
+public:
+    Gate answered;
+    std::optional<std::string> answer;
+    std::vector<FolderQuestion> questions;
+
+    Task<std::optional<std::string>> choose(FolderQuestion question) override {
+        questions.push_back(std::move(question));
+        co_await answered.opened();
+        co_return answer;
+    }
+};
+
+// The bridge of a user whose calendars are in memory and whose Agent Server says what the test wrote down, with the
+// dashboard on it. Everything is asked for, nothing is enabled. The server is not started.
+class DashboardInstallation {
+public:
+    DashboardInstallation() : platform(openEmbeddedPlatform(loop, folder.path())) {
+        consent = put(platform.consentPrompt, std::make_unique<ConsentQuestion>());
+        authorization = put(platform.authorization,
+                            std::make_unique<ConsentFile>(folder.file(profile::consent), *platform.consentPrompt));
+        calendars = put(platform.eventStore, std::make_unique<SampleEventStore>());
+        agentServer = put(platform.httpClient, std::make_unique<ScriptedHTTPClient>());
+        chooser = put(platform.folderChooser, std::make_unique<HeldFolderChooser>());
+        login = put(platform.loginItem, std::make_unique<SwitchedLoginItem>());
+        privacySettings = put(platform.privacySettings, std::make_unique<CountedPrivacySettings>());
+        platform.services[BridgeCapabilityGroup::music] = [] { return "MPD"; };
+    }
+
+    // Puts the bridge together and reads everything, as at the start of the program.
+    void assemble() {
+        policy = std::make_unique<BridgeCapabilityPolicy>(*platform.defaults);
+        model = std::make_unique<BridgeModel>(loop, platform, *policy);
+        loop.runUntilDone(model->refresh());
+        dashboard = std::make_unique<Dashboard>(*model, *consent);
+    }
+
+    void grantEverything() {
+        for (const auto service : {PrivacyService::calendar, PrivacyService::reminders, PrivacyService::contacts,
+                                   PrivacyService::music, PrivacyService::location})
+            authorization->setStatus(service, 3);
+    }
+
+    TemporaryFolder folder;
+    EventLoop loop;
+    Platform platform;
+    ConsentQuestion* consent;
+    ConsentFile* authorization;
+    SampleEventStore* calendars;
+    ScriptedHTTPClient* agentServer;
+    HeldFolderChooser* chooser;
+    SwitchedLoginItem* login;
+    CountedPrivacySettings* privacySettings;
+    std::unique_ptr<BridgeCapabilityPolicy> policy;
+    std::unique_ptr<BridgeModel> model;
+    std::unique_ptr<Dashboard> dashboard;
+
+private:
+    template <typename Port, typename Fake> static Fake* put(std::unique_ptr<Port>& place, std::unique_ptr<Fake> fake) {
+        auto* seen = fake.get();
+        place = std::move(fake);
+        return seen;
+    }
+};
+
+} // namespace bridge
