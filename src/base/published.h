@@ -33,7 +33,7 @@ public:
         if (m_changes.size() == 1) notify();
     }
 
-    [[nodiscard]] Subscription observe(Observer observer) {
+    [[nodiscard]] Subscription observe(Observer observer) const {
         auto entry = std::make_shared<Observer>(std::move(observer));
         m_observers.push_back(entry);
         return entry;
@@ -60,7 +60,7 @@ private:
     }
 
     T m_value{};
-    Observers m_observers;
+    mutable Observers m_observers; // to watch is not to change
     std::deque<Change> m_changes; // the first is being told
 };
 
