@@ -27,3 +27,5 @@ endif()
 if(NOT HAVE_SHELL)
     message(STATUS "The desktop shell is left out: it needs Qt 6.4 (Quick, Widgets, DBus, Svg) and xcb")
 endif()
+# Qt's moc can't read the compiler's <coroutine>: to moc it is as if it had been included already.
+set(CMAKE_AUTOMOC_MOC_OPTIONS -D_GLIBCXX_COROUTINE)
