@@ -1,0 +1,26 @@
+#pragma once
+
+#include "base/file_descriptor.h"
+
+#include <optional>
+#include <string>
+
+namespace bridge {
+
+// The folder in which the bridges of one user find each other, only his: below $XDG_RUNTIME_DIR, or `profile` where
+// there is none or it is another's. It is made when it is missing. Throws PlatformError when it can't be.
+std::string instanceFolder(const std::string& profile);
+
+// Held by the one bridge that runs. The system takes it from a process that ends, however it does.
+class InstanceLock {
+public:
+    // Nothing when another process holds it. Throws PlatformError when there can be no lock.
+    static std::optional<InstanceLock> take(const std::string& folder);
+
+private:
+    explicit InstanceLock(FileDescriptor file) : m_file(std::move(file)) {}
+
+    FileDescriptor m_file;
+};
+
+} // namespace bridge

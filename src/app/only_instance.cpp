@@ -1,0 +1,26 @@
+#include "app/only_instance.h"
+
+#include "app/instance_socket.h"
+#include "base/platform_error.h"
+
+#include <thread>
+
+namespace bridge {
+
+std::variant<InstanceLock, RunningAlready> becomeOnlyInstance(const std::string& folder, const OnlyInstanceWish& wish) {
+    using namespace std::chrono_literals;
+    const auto deadline = std::chrono::steady_clock::now() + wish.patience;
+    do {
+        if (auto lock = InstanceLock::take(folder)) return std::move(*lock);
+        const auto answer = tellRunningInstance(folder, wish.toRunning, wish.patience);
+        if (answer == InstanceAnswer::noDisplay && wish.hasDisplay)
+            tellRunningInstance(folder, {InstanceWish::giveWay, {}}, wish.patience);
+        else if (answer)
+            return RunningAlready{*answer};
+        // It holds the lock and does not listen yet, or does not any more: a moment later we know which.
+        std::this_thread::sleep_for(10ms);
+    } while (std::chrono::steady_clock::now() < deadline);
+    throw PlatformError("Another Brindlefox Apple Bridge of yours is running and does not answer. End it first.");
+}
+
+} // namespace bridge
