@@ -66,8 +66,8 @@ std::unique_ptr<ContactStore> openContactService([[maybe_unused]] EventLoop& loo
 #endif
 }
 
-Platform openDesktopPlatform(EventLoop& loop) {
-    auto platform = openEmbeddedPlatform(loop, userProfileFolder());
+Platform openDesktopPlatform(EventLoop& loop, std::unique_ptr<ConsentPrompt> prompt) {
+    auto platform = openEmbeddedPlatform(loop, userProfileFolder(), std::move(prompt));
     platform.secureStore = std::make_unique<PreferredSecureStore>(openKeyring(loop), std::move(platform.secureStore));
     if (auto service = openCalendarService(loop)) platform.eventStore = std::move(service);
     if (auto service = openContactService(loop)) platform.contactStore = std::move(service);

@@ -34,7 +34,7 @@ std::unique_ptr<LocationManager> openFixedLocation(EventLoop& loop, const Platfo
     return std::make_unique<ConsentedLocationManager>(loop, *platform.authorization, std::move(place));
 }
 
-Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder) {
+Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder, std::unique_ptr<ConsentPrompt> prompt) {
     const auto file = [&](const char* name) { return folder + "/" + name; };
     Platform platform;
     platform.defaults = std::make_unique<JSONFileUserDefaults>(file(profile::defaults));
@@ -43,7 +43,8 @@ Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder) {
     platform.folderChooser = std::make_unique<NoFolderChooser>();
     platform.bookmarks = std::make_unique<PosixBookmarks>();
     platform.trash = std::make_unique<HomeTrash>(file(profile::trash));
-    platform.consentPrompt = std::make_unique<NoConsentPrompt>();
+    platform.consentPrompt = std::move(prompt);
+    if (!platform.consentPrompt) platform.consentPrompt = std::make_unique<NoConsentPrompt>();
     platform.authorization = std::make_unique<ConsentFile>(file(profile::consent), *platform.consentPrompt);
     platform.application = std::make_unique<BuildInfo>();
     platform.clock = std::make_unique<SystemClock>();

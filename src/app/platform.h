@@ -89,10 +89,12 @@ std::unique_ptr<ContactStore> openContactService(EventLoop& loop);
 std::unique_ptr<LocationManager> openFixedLocation(EventLoop& loop, const Platform& platform,
                                                    const std::string& settingsFile);
 
-// The adapters that need no service of the desktop, with every file below `folder`.
-Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder);
+// The adapters that need no service of the desktop, with every file below `folder`. Without a prompt nobody can be
+// asked for access.
+Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder,
+                              std::unique_ptr<ConsentPrompt> prompt = nullptr);
 
 // For the logged-in user: desktop adapters where their service is there, embedded ones otherwise; the log says which.
-Platform openDesktopPlatform(EventLoop& loop);
+Platform openDesktopPlatform(EventLoop& loop, std::unique_ptr<ConsentPrompt> prompt = nullptr);
 
 } // namespace bridge
