@@ -1,35 +1,68 @@
-#include "app/bridge_model.h"
+#include "app/only_instance.h"
+#include "app/options.h"
+#include "app/platform.h"
 #include "app/process.h"
-#include "base/log.h"
-#include "base/termination_signals.h"
+#include "app/start_up.h"
+#ifdef HAVE_SHELL
+#include "app/shell/brindlefox_apple_bridge_app.h"
+#include "app/shell/display.h"
+#endif
 
 #include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
 
-// The application of the logged-in user. Without a desktop shell it serves until it is told to end.
-int main(int count, char**) {
-    using namespace bridge;
-    if (count > 1) {
-        std::fputs("brindlefox-apple-bridge takes no arguments.\n", stderr);
-        return 2;
-    }
-    try {
-        prepareProcess();
-        EventLoop loop;
-        log::gatherOn(loop);
-        auto platform = openDesktopPlatform(loop);
-        BridgeCapabilityPolicy policy(*platform.defaults);
-        BridgeModel model(loop, platform, policy);
-        const TerminationSignals signals(loop, [&loop] { loop.stop(); });
-        loop.runUntilDone(model.start());
-        // Without a dashboard there is nobody to tell and nothing else to do.
-        if (const auto* failure = std::get_if<ServerFailed>(&model.httpServer.state.get()))
-            throw std::runtime_error(failure->message);
-        if (const auto* listening = std::get_if<ServerListening>(&model.httpServer.state.get()))
-            log::note("Listening on 127.0.0.1:" + std::to_string(listening->port) +
-                      (model.isPaired.get() ? ", paired" : ", not paired: every request is refused"));
-        loop.run();
-        log::flush();
+namespace bridge {
+
+namespace {
+
+bool canShowWindows() {
+#ifdef HAVE_SHELL
+    return findDisplay();
+#else
+    return false;
+#endif
+}
+
+// What the desktop gives the programs that it starts; theirs alone, and not for what they start.
+std::string takeActivationToken() {
+    const char* token = std::getenv("XDG_ACTIVATION_TOKEN");
+    std::string taken = token ? token : "";
+    unsetenv("XDG_ACTIVATION_TOKEN");
+    return taken;
+}
+
+int run(int& count, char** arguments, Options::Action action) {
+    prepareProcess();
+    const bool hasDisplay = canShowWindows();
+    const auto folder = instanceFolder(userProfileFolder());
+    const auto wish = action == Options::Action::start ? InstanceWish::showDashboard : InstanceWish::nothing;
+    const auto instance = becomeOnlyInstance(folder, {{wish, takeActivationToken()}, hasDisplay});
+    if (const auto* other = std::get_if<RunningAlready>(&instance)) {
+        if (other->answer == InstanceAnswer::noDisplay) std::puts("It is running already, without a display.");
         return 0;
+    }
+#ifdef HAVE_SHELL
+    if (hasDisplay) return BrindlefoxAppleBridgeApp(count, arguments, folder).run(action);
+#endif
+    serveWithoutDisplay(folder);
+    return 0;
+}
+
+} // namespace
+
+} // namespace bridge
+
+int main(int count, char** arguments) {
+    using namespace bridge;
+    try {
+        const auto options = parseOptions({arguments + 1, static_cast<size_t>(count - 1)});
+        if (options.action != Options::Action::say) return run(count, arguments, options.action);
+        std::fputs(options.text.c_str(), stdout);
+        return 0;
+    } catch (const std::invalid_argument& error) {
+        std::fprintf(stderr, "brindlefox-apple-bridge: %s\n", error.what());
+        return 2;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "brindlefox-apple-bridge: %s\n", error.what());
         return 1;

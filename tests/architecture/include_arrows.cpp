@@ -57,6 +57,7 @@ constexpr std::array known = std::to_array<KnownHeader>({
     {"cppuhelper/", "uno"},
     {"rtl/", "uno"},
     {"libavformat/", "ffmpeg"},
+    {"xcb/", "xcb"},
     {"linux/", "linux"},
     {"sys/syscall.h", "linux"},
     {"sys/", "posix"},

@@ -75,6 +75,8 @@ inline const std::vector<Rule> rules{
      {"standard", "fmt", "posix", "glib", "libsecret"}},
     // The wiring names every adapter, but speaks to their systems through them.
     {"app", {"*"}, {"standard", "fmt", "posix", "libuv", "qt"}},
+    // What Qt does not tell an X server is said to it here.
+    {"app/shell", {"*"}, {"standard", "fmt", "posix", "libuv", "qt", "xcb"}},
 };
 
 } // namespace bridge::architecture

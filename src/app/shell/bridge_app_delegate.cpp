@@ -1,0 +1,67 @@
+#include "app/shell/bridge_app_delegate.h"
+
+#include "app/shell/x11.h"
+
+#include <QQuickWindow>
+
+namespace bridge {
+
+BridgeAppDelegate::BridgeAppDelegate(BridgeModel& bridgeModel, EventLoop& loop, ConsentQuestion& consent,
+                                     const QDBusConnection& bus)
+    : model(bridgeModel), m_bus(bus), m_dashboard(std::make_unique<Dashboard>(model, loop, consent)) {
+    connect(m_dashboard.get(), &Dashboard::quitRequested, this, &BridgeAppDelegate::quitRequested);
+    connect(m_dashboard.get(), &Dashboard::attentionRequested, this, [this] { showDashboard({}); });
+    connect(m_dashboard.get(), &Dashboard::dismissed, this, [this] { popover().hide(); });
+    // The chooser may have been another program's, and have left the keyboard elsewhere.
+    connect(m_dashboard.get(), &Dashboard::hasModalChanged, this, [this](bool hasModal) {
+        if (!hasModal && dashboardPopover && dashboardPopover->isShown()) showDashboard({});
+    });
+}
+
+BridgeAppDelegate::~BridgeAppDelegate() {
+    // Before the window that it holds.
+    dashboardPopover.reset();
+}
+
+void BridgeAppDelegate::launch(Show show) {
+    m_showsWithoutIcon = show == Show::onceWithoutIcon;
+    statusItem = std::make_unique<StatusItem>(m_bus);
+    connect(statusItem.get(), &StatusItem::clicked, this, &BridgeAppDelegate::toggleDashboard);
+    connect(statusItem.get(), &StatusItem::isShownChanged, this, &BridgeAppDelegate::showWithoutIcon);
+    connect(statusItem.get(), &StatusItem::activationTokenGiven, this,
+            [](const QString& token) { qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8()); });
+    showWithoutIcon();
+}
+
+void BridgeAppDelegate::showWithoutIcon() {
+    const auto isShown = statusItem->isShown();
+    if (!isShown || !std::exchange(m_showsWithoutIcon, false)) return;
+    if (!*isShown) showDashboard({});
+}
+
+void BridgeAppDelegate::toggleDashboard(const std::optional<QRect>& place) {
+    m_lastPlace = place;
+    popover().toggle(place);
+}
+
+void BridgeAppDelegate::showDashboard(const QString& activationToken) {
+    if (!activationToken.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
+    popover().show(m_lastPlace);
+}
+
+Popover& BridgeAppDelegate::popover() {
+    if (!dashboardPopover) {
+        dashboardPopover =
+            std::make_unique<Popover>(*m_dashboard->window(), [this] { return m_dashboard->hasModal(); });
+        connect(dashboardPopover.get(), &Popover::aboutToShow, this, &BridgeAppDelegate::prepareToShow);
+    }
+    return *dashboardPopover;
+}
+
+void BridgeAppDelegate::prepareToShow() {
+    // A compositor may come and go.
+    m_dashboard->setRounded(blendsWindows());
+    model.perform(model.refreshOnOpening());
+}
+
+} // namespace bridge

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace bridge {
+
+// Finds a display that answers, and has Qt use it. Qt itself ends the program when there is none, so this comes before
+// any of it. What QT_QPA_PLATFORM asks for is left alone, unless it is a display that does not answer.
+bool findDisplay();
+
+} // namespace bridge

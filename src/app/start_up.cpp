@@ -1,0 +1,38 @@
+#include "app/start_up.h"
+
+#include "app/instance_socket.h"
+#include "base/log.h"
+#include "base/termination_signals.h"
+
+namespace bridge {
+
+void noteState(const BridgeModel& model) {
+    const auto* listening = std::get_if<ServerListening>(&model.httpServer.state.get());
+    if (!listening) return;
+    log::note("Listening on 127.0.0.1:" + std::to_string(listening->port) +
+              (model.isPaired.get() ? ", paired" : ", not paired: every request is refused"));
+}
+
+void serveWithoutDisplay(const std::string& instances) {
+    EventLoop loop;
+    log::gatherOn(loop);
+    log::note("There is no display: the bridge serves without a dashboard.");
+    const InstanceSocket laterStarts(loop, instances, [&loop](const InstanceMessage& message) {
+        if (message.wish != InstanceWish::giveWay) return InstanceAnswer::noDisplay;
+        log::note("Another start has a display and takes over.");
+        loop.stop();
+        return InstanceAnswer::done;
+    });
+    auto platform = openDesktopPlatform(loop);
+    BridgeCapabilityPolicy policy(*platform.defaults);
+    BridgeModel model(loop, platform, policy);
+    const TerminationSignals signals(loop, [&loop] { loop.stop(); });
+    loop.runUntilDone(model.start());
+    if (const auto* failure = std::get_if<ServerFailed>(&model.httpServer.state.get()))
+        throw std::runtime_error(failure->message);
+    noteState(model);
+    loop.run();
+    log::flush();
+}
+
+} // namespace bridge
