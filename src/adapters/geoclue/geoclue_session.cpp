@@ -27,6 +27,10 @@ gboolean raise(gpointer flag) {
 }
 
 // An accuracy below zero is none.
+bool isGood(const LocationFix& fix) {
+    return fix.horizontalAccuracy >= 0 && fix.horizontalAccuracy <= goodAccuracy;
+}
+
 bool isBetter(const LocationFix& fix, const LocationFix& other) {
     if (fix.horizontalAccuracy < 0) return false;
     return other.horizontalAccuracy < 0 || fix.horizontalAccuracy <= other.horizontalAccuracy;
@@ -135,7 +139,7 @@ LocationFix GeoClueSession::locate(std::chrono::milliseconds settling) {
     createClient();
     startClient();
     std::optional<LocationFix> best;
-    while (!best || (best->horizontalAccuracy > goodAccuracy && !m_isSettled)) {
+    while (!best || (!isGood(*best) && !m_isSettled)) {
         m_context.wait();
         if (m_isCancelled) throw PlatformError("Nobody waits for the location any more.");
         if (m_isGone || m_isClosed) {
