@@ -2,9 +2,6 @@
 #include "adapters/jsonfile/consent_file.h"
 #include "adapters/jsonfile/file_secure_store.h"
 #include "adapters/jsonfile/json_file_user_defaults.h"
-#include "adapters/jsonfile/service_settings.h"
-#include "adapters/location/consented_location_manager.h"
-#include "adapters/location/fixed_place.h"
 #include "adapters/musicapp/player_music_library.h"
 #include "adapters/posix/loop_alarm_clock.h"
 #include "adapters/posix/posix_bookmarks.h"
@@ -13,6 +10,7 @@
 #include "adapters/sqlite/sqlite_event_store.h"
 #include "adapters/xdg/home_trash.h"
 #include "app/build_info.h"
+#include "app/location_managers.h"
 #include "app/music_players.h"
 #include "app/no_consent_prompt.h"
 #include "app/no_folder_chooser.h"
@@ -25,14 +23,6 @@
 #include "app/unconfigured_music_catalog.h"
 
 namespace bridge {
-
-std::unique_ptr<LocationManager> openFixedLocation(EventLoop& loop, const Platform& platform,
-                                                   const std::string& settingsFile) {
-    const auto settings = readServiceSettings(settingsFile);
-    auto place =
-        std::make_unique<FixedPlace>(settings.location, settingsFile, settings.faultOf("location"), *platform.clock);
-    return std::make_unique<ConsentedLocationManager>(loop, *platform.authorization, std::move(place));
-}
 
 Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder, std::unique_ptr<ConsentPrompt> prompt) {
     const auto file = [&](const char* name) { return folder + "/" + name; };

@@ -84,11 +84,6 @@ std::string userServicesFile();
 std::unique_ptr<EventStore> openCalendarService(EventLoop& loop);
 std::unique_ptr<ContactStore> openContactService(EventLoop& loop);
 
-// The place that the user wrote into this file, for whoever may know it. Without one each request is told how to write
-// it.
-std::unique_ptr<LocationManager> openFixedLocation(EventLoop& loop, const Platform& platform,
-                                                   const std::string& settingsFile);
-
 // The adapters that need no service of the desktop, with every file below `folder`. Without a prompt nobody can be
 // asked for access.
 Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder,
