@@ -42,10 +42,10 @@ std::string displayed(const icu::LocaleDisplayNames& names, const char* country)
     return name.toUTF8String(text);
 }
 
-std::unique_ptr<icu::LocaleDisplayNames> namesIn(const icu::Locale& language, UDisplayContext length) {
+std::unique_ptr<icu::LocaleDisplayNames> namesIn(const icu::Locale& language) {
     // Without a substitute: what a language does not say is left to those that do.
-    UDisplayContext contexts[] = {length, UDISPCTX_NO_SUBSTITUTE};
-    return std::unique_ptr<icu::LocaleDisplayNames>(icu::LocaleDisplayNames::createInstance(language, contexts, 2));
+    UDisplayContext contexts[] = {UDISPCTX_NO_SUBSTITUTE};
+    return std::unique_ptr<icu::LocaleDisplayNames>(icu::LocaleDisplayNames::createInstance(language, contexts, 1));
 }
 
 } // namespace
@@ -56,12 +56,10 @@ AreaNames countryNames() {
     const auto* languages = icu::Locale::getAvailableLocales(count);
     for (int32_t index = 0; index < count; ++index) {
         if (*languages[index].getCountry() != '\0') continue;
-        for (const auto length : {UDISPCTX_LENGTH_FULL, UDISPCTX_LENGTH_SHORT}) {
-            const auto names = namesIn(languages[index], length);
-            if (!names) continue;
-            for (const char* const* country = icu::Locale::getISOCountries(); *country; ++country)
-                add(found, displayed(*names, *country), areaToken(*country));
-        }
+        const auto names = namesIn(languages[index]);
+        if (!names) continue;
+        for (const char* const* country = icu::Locale::getISOCountries(); *country; ++country)
+            add(found, displayed(*names, *country), areaToken(*country));
     }
     for (const char* const* country = icu::Locale::getISOCountries(); *country; ++country) {
         add(found, *country, areaToken(*country));
@@ -84,7 +82,7 @@ AreaNames divisionNames(const std::map<std::string, std::string>& divisions) {
 }
 
 std::string countryName(const std::string& code) {
-    static const auto names = namesIn(icu::Locale::getEnglish(), UDISPCTX_LENGTH_FULL);
+    static const auto names = namesIn(icu::Locale::getEnglish());
     const auto name = names ? displayed(*names, code.c_str()) : std::string();
     return name.empty() ? code : name;
 }
