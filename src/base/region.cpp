@@ -81,9 +81,11 @@ std::string userRegion() {
 }
 
 std::string userLanguage() {
-    const auto& locale = icu::Locale::getDefault();
-    const std::string language = *locale.getLanguage() == '\0' ? "en" : locale.getLanguage();
-    return *locale.getCountry() == '\0' ? language : language + '-' + locale.getCountry();
+    const auto& user = icu::Locale::getDefault();
+    const std::string language = user.getLanguage();
+    const std::string region = user.getCountry();
+    if (language.empty() || std::string_view(user.getVariant()) == "POSIX") return "en";
+    return region.empty() ? language : language + "-" + region;
 }
 
 bool isInLatinLetters(std::string_view text) {
