@@ -4,6 +4,19 @@
 
 namespace bridge {
 
+namespace {
+
+// `kind` is a folder beside the one of the running program.
+std::string installedOr(const std::filesystem::path& built, std::string_view kind, std::string_view name) {
+    std::error_code problem;
+    const auto self = std::filesystem::read_symlink("/proc/self/exe", problem);
+    const auto installed = self.parent_path().parent_path() / kind / "brindlefox-apple-bridge" / name;
+    if (!problem && std::filesystem::exists(installed, problem)) return installed.string();
+    return (built / name).string();
+}
+
+} // namespace
+
 std::string ownProgram() {
     std::error_code problem;
     auto path = std::filesystem::read_symlink("/proc/self/exe", problem).string();
@@ -13,11 +26,11 @@ std::string ownProgram() {
 }
 
 std::string helperProgram(std::string_view name) {
-    std::error_code problem;
-    const auto self = std::filesystem::read_symlink("/proc/self/exe", problem);
-    const auto installed = self.parent_path().parent_path() / "libexec" / "brindlefox-apple-bridge" / name;
-    if (!problem && std::filesystem::exists(installed, problem)) return installed.string();
-    return (std::filesystem::path(BRIDGE_BUILT_HELPERS) / name).string();
+    return installedOr(BRIDGE_BUILT_HELPERS, "libexec", name);
+}
+
+std::string dataFile(std::string_view name) {
+    return installedOr(BRIDGE_BUILT_DATA, "share", name);
 }
 
 } // namespace bridge
