@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/dashboard/text.h"
 #include "tests/dashboard/installation.h"
 #include "tests/dashboard/window_driver.h"
 

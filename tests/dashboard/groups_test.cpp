@@ -1,0 +1,134 @@
+#include "tests/dashboard/dashboard_test.h"
+#include "tests/fakes/memory_user_defaults.h"
+
+namespace bridge {
+namespace {
+
+class Groups : public DashboardTest {
+protected:
+    std::set<BridgeCapability> enabled() { return model().enabledCapabilities.get(); }
+    QString count(const QString& group) { return driver->value<QString>("count." + group, "text"); }
+    QString expanded() { return window->property("expandedGroup").toString(); }
+};
+
+TEST_F(Groups, AreClosedAtFirst) {
+    openWithEverythingGranted();
+    EXPECT_EQ(expanded(), "");
+    EXPECT_EQ(driver->find("capability.calendar.events.read"), nullptr);
+}
+
+TEST_F(Groups, OpenOneAtATime) {
+    openAt("calendar");
+    EXPECT_EQ(expanded(), "calendar");
+    EXPECT_TRUE(driver->find("capability.calendar.events.read"));
+    driver->click("group.music");
+    EXPECT_EQ(expanded(), "music");
+    EXPECT_TRUE(driver->find("capability.music.playback"));
+    EXPECT_FALSE(driver->find("capability.calendar.events.read"));
+    driver->click("group.music");
+    EXPECT_EQ(expanded(), "");
+    EXPECT_FALSE(driver->find("capability.music.playback"));
+}
+
+TEST_F(Groups, StayUnderThePointerWhenOneAboveCloses) {
+    openAt("calendar");
+    driver->reveal("group.keynote");
+    const auto before = driver->item("group.keynote")->mapToScene({}).y();
+    driver->click("group.keynote");
+    EXPECT_EQ(driver->item("group.keynote")->mapToScene({}).y(), before);
+}
+
+// Each of the 47, by a click on and a click off.
+TEST_F(Groups, SwitchEveryCapability) {
+    openWithEverythingGranted();
+    for (const auto group : allCapabilityGroups) {
+        driver->click("group." + shown(rawValue(group)));
+        for (const auto capability : capabilitiesInGroup(group)) {
+            const auto name = "capability." + shown(rawValue(capability));
+            ASSERT_TRUE(driver->find(name)) << name.toStdString();
+            EXPECT_FALSE(driver->isOn(name));
+            EXPECT_EQ(driver->value<QString>(name, "text"), shown(title(capability)));
+            driver->click(name);
+            EXPECT_EQ(enabled(), std::set{capability}) << name.toStdString();
+            EXPECT_TRUE(bridge.policy->isEnabled(capability));
+            EXPECT_TRUE(driver->isOn(name));
+            EXPECT_TRUE(driver->value<bool>(name, "checked"));
+            driver->click(name);
+            EXPECT_TRUE(enabled().empty()) << name.toStdString();
+            EXPECT_FALSE(driver->isOn(name));
+        }
+    }
+}
+
+TEST_F(Groups, EnableAndDisableAllAndSaveOnce) {
+    auto defaults = std::make_unique<MemoryUserDefaults>();
+    const auto& stored = *defaults;
+    bridge.platform.defaults = std::move(defaults);
+    openAt("calendar");
+    EXPECT_EQ(count("calendar"), "0 of 8 capabilities enabled");
+    EXPECT_FALSE(driver->isEnabled("disableAll.calendar"));
+    auto before = stored.timesSet();
+    driver->click("enableAll.calendar");
+    EXPECT_EQ(stored.timesSet(), before + 1);
+    EXPECT_EQ(count("calendar"), "8 of 8 capabilities enabled");
+    EXPECT_TRUE(driver->isOn("capability.calendar.calendars.delete"));
+    EXPECT_FALSE(driver->isEnabled("enableAll.calendar"));
+    EXPECT_EQ(enabled().size(), 8u);
+
+    before = stored.timesSet();
+    driver->click("disableAll.calendar");
+    EXPECT_EQ(stored.timesSet(), before + 1);
+    EXPECT_EQ(count("calendar"), "0 of 8 capabilities enabled");
+    EXPECT_TRUE(enabled().empty());
+}
+
+TEST_F(Groups, LeaveEachOtherAlone) {
+    openAt("pages");
+    driver->click("enableAll.pages");
+    driver->click("group.numbers");
+    driver->click("enableAll.numbers");
+    driver->click("disableAll.numbers");
+    EXPECT_EQ(count("pages"), "3 of 3 capabilities enabled");
+    EXPECT_EQ(count("numbers"), "0 of 4 capabilities enabled");
+}
+
+TEST_F(Groups, ShowAChangeFromElsewhere) {
+    openAt("keynote");
+    auto* toggle = driver->item("capability.iwork.keynote.create");
+    model().setEnabled(BridgeCapability::keynoteCreate, true);
+    driver->settle();
+    EXPECT_TRUE(driver->isOn("capability.iwork.keynote.create"));
+    EXPECT_EQ(driver->item("capability.iwork.keynote.create"), toggle);
+    EXPECT_EQ(count("keynote"), "1 of 2 capabilities enabled");
+    // Also after a click, which overwrites what a switch shows.
+    driver->click("capability.iwork.keynote.create");
+    model().setEnabled(BridgeCapability::keynoteCreate, true);
+    driver->settle();
+    EXPECT_TRUE(driver->value<bool>("capability.iwork.keynote.create", "checked"));
+}
+
+TEST_F(Groups, OfferWhatHelpsWithThePermission) {
+    bridge.authorization->setStatus(PrivacyService::calendar, 3);
+    open();
+    EXPECT_EQ(driver->find("access.calendar"), nullptr);
+    EXPECT_EQ(driver->value<QString>("access.reminders", "text"), "Grant access");
+    EXPECT_EQ(driver->value<QString>("access.locationMaps", "text"), "Grant access");
+    for (const auto* group : {"files", "pages", "numbers", "keynote"})
+        EXPECT_EQ(driver->find(QString("access.") + group), nullptr);
+    // Restricted: neither the user nor we can grant it here.
+    bridge.authorization->setStatus(PrivacyService::music, 2);
+    bridge.loop.runUntilDone(model().refresh());
+    driver->settle();
+    const bool offers = model().accessAction(PrivacyService::music) != AccessAction::none;
+    EXPECT_EQ(driver->find("access.music") != nullptr, offers);
+}
+
+TEST_F(Groups, SayWhatServesThem) {
+    openAt("calendar");
+    EXPECT_EQ(driver->texts("servedBy.calendar"), QStringList("memory"));
+    driver->click("group.keynote");
+    EXPECT_EQ(driver->find("servedBy.keynote") != nullptr, !model().servedBy(BridgeCapabilityGroup::keynote).empty());
+}
+
+} // namespace
+} // namespace bridge
