@@ -115,6 +115,10 @@ void Screen::press(const std::string& key) {
     tell({"key", key});
 }
 
+void Screen::type(const std::string& text) {
+    tell({"type", text});
+}
+
 void Screen::openAnotherWindow() {
     auto* const server = xcb_connect(m_display.c_str(), nullptr);
     m_other.reset(new OtherWindow{server});

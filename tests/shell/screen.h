@@ -45,6 +45,7 @@ public:
     std::optional<WindowPlace> icon();
     void click(const WindowPlace& place);
     void press(const std::string& key);
+    void type(const std::string& text);
     // Another program opens a window, and gets the keyboard with it.
     void openAnotherWindow();
 

@@ -54,6 +54,7 @@ private:
 
     void listenAt(std::string path);
     void heard(GVariant* parameters);
+    void close();
     static std::string pathOf(const char* uri);
 
     GDBusConnection* m_bus;
@@ -90,7 +91,6 @@ void Request::requireChooser() {
 
 // The signal with the answer goes to an object whose path we can tell beforehand, so that none is missed.
 void Request::listenAt(std::string path) {
-    if (m_subscription) g_dbus_connection_signal_unsubscribe(m_bus, m_subscription);
     m_path = std::move(path);
     const GDBusSignalCallback callback = [](GDBusConnection*, const gchar*, const gchar*, const gchar*, const gchar*,
                                             GVariant* parameters,
@@ -110,6 +110,12 @@ void Request::heard(GVariant* parameters) {
         g_free(uris);
     }
     m_state = State::answered;
+}
+
+void Request::close() {
+    constexpr int usualTimeout = -1;
+    g_dbus_connection_call(m_bus, service, m_path.c_str(), requestInterface, "Close", nullptr, nullptr,
+                           G_DBUS_CALL_FLAGS_NO_AUTO_START, usualTimeout, nullptr, nullptr, nullptr);
 }
 
 void Request::open(const FolderQuestion& question, const std::string& parentWindow) {
@@ -135,13 +141,10 @@ void Request::open(const FolderQuestion& question, const std::string& parentWind
         g_variant_new("(ssa{sv})", parentWindow.c_str(), title.c_str(), &options), G_VARIANT_TYPE("(o)"),
         G_DBUS_CALL_FLAGS_NONE, usualTimeout, m_cancellable, &failure.error));
     if (!reply) {
-        if (g_cancellable_is_cancelled(m_cancellable)) return;
+        // The dialog may be there all the same.
+        if (g_cancellable_is_cancelled(m_cancellable)) return close();
         throw PlatformError("The desktop's folder chooser does not open: " + failure.text());
     }
-    const char* handle = nullptr;
-    g_variant_get(reply.get(), "(&o)", &handle);
-    // Portals of old made up a path of their own.
-    if (handle != m_path) listenAt(handle);
     const GBusNameVanishedCallback vanished = [](GDBusConnection*, const gchar*, gpointer self) {
         auto& state = static_cast<Request*>(self)->m_state;
         if (state == State::open) state = State::lost;
@@ -173,9 +176,7 @@ std::optional<std::string> Request::answer(GMainContext* context) {
 
     if (m_state == State::lost) throw PlatformError("The desktop's folder chooser ended without an answer.");
     if (m_state == State::open) {
-        constexpr int usualTimeout = -1;
-        g_dbus_connection_call(m_bus, service, m_path.c_str(), requestInterface, "Close", nullptr, nullptr,
-                               G_DBUS_CALL_FLAGS_NO_AUTO_START, usualTimeout, nullptr, nullptr, nullptr);
+        close();
         return std::nullopt;
     }
     constexpr guint32 success = 0;

@@ -1,17 +1,17 @@
 #include "app/shell/bridge_app_delegate.h"
 
 #include "app/shell/x11.h"
+#include "base/log.h"
 
 #include <QQuickWindow>
 
 namespace bridge {
 
-BridgeAppDelegate::BridgeAppDelegate(BridgeModel& bridgeModel, EventLoop& loop, ConsentQuestion& consent,
-                                     const QDBusConnection& bus)
-    : model(bridgeModel), m_bus(bus), m_dashboard(std::make_unique<Dashboard>(model, loop, consent)) {
+BridgeAppDelegate::BridgeAppDelegate(BridgeModel& bridgeModel, ConsentQuestion& consent, const QDBusConnection& bus)
+    : model(bridgeModel), m_bus(bus), m_dashboard(std::make_unique<Dashboard>(model, consent)) {
     connect(m_dashboard.get(), &Dashboard::quitRequested, this, &BridgeAppDelegate::quitRequested);
     connect(m_dashboard.get(), &Dashboard::attentionRequested, this, [this] { showDashboard({}); });
-    connect(m_dashboard.get(), &Dashboard::dismissed, this, [this] { popover().hide(); });
+    connect(m_dashboard.get(), &Dashboard::dismissed, this, [this] { dashboardPopover->hide(); });
     // The chooser may have been another program's, and have left the keyboard elsewhere.
     connect(m_dashboard.get(), &Dashboard::hasModalChanged, this, [this](bool hasModal) {
         if (!hasModal && dashboardPopover && dashboardPopover->isShown()) showDashboard({});
@@ -41,21 +41,25 @@ void BridgeAppDelegate::showWithoutIcon() {
 
 void BridgeAppDelegate::toggleDashboard(const std::optional<QRect>& place) {
     m_lastPlace = place;
-    popover().toggle(place);
+    if (auto* const shown = popover()) shown->toggle(place);
 }
 
 void BridgeAppDelegate::showDashboard(const QString& activationToken) {
     if (!activationToken.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
-    popover().show(m_lastPlace);
+    if (auto* const shown = popover()) shown->show(m_lastPlace);
 }
 
-Popover& BridgeAppDelegate::popover() {
-    if (!dashboardPopover) {
+Popover* BridgeAppDelegate::popover() {
+    if (dashboardPopover) return dashboardPopover.get();
+    try {
         dashboardPopover =
             std::make_unique<Popover>(*m_dashboard->window(), [this] { return m_dashboard->hasModal(); });
-        connect(dashboardPopover.get(), &Popover::aboutToShow, this, &BridgeAppDelegate::prepareToShow);
+    } catch (const PlatformError& error) {
+        log::note(error.what());
+        return nullptr;
     }
-    return *dashboardPopover;
+    connect(dashboardPopover.get(), &Popover::aboutToShow, this, &BridgeAppDelegate::prepareToShow);
+    return dashboardPopover.get();
 }
 
 void BridgeAppDelegate::prepareToShow() {

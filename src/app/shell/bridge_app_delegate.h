@@ -16,8 +16,8 @@ class BridgeAppDelegate : public QObject {
 public:
     enum class Show { onlyWhenAsked, onceWithoutIcon };
 
-    // All three outlive it; `bus` is the session's, connected or not.
-    BridgeAppDelegate(BridgeModel& bridgeModel, EventLoop& loop, ConsentQuestion& consent, const QDBusConnection& bus);
+    // Model and question outlive it; `bus` is the session's, connected or not.
+    BridgeAppDelegate(BridgeModel& bridgeModel, ConsentQuestion& consent, const QDBusConnection& bus);
     ~BridgeAppDelegate() override;
 
     // Puts the icon into the panel. Where there is no panel for it, the user who has just started the program is shown
@@ -38,7 +38,8 @@ signals:
     void quitRequested();
 
 private:
-    Popover& popover();
+    // Nothing, and a line in the log, when the dashboard can't be made.
+    Popover* popover();
     void prepareToShow();
     void showWithoutIcon();
 

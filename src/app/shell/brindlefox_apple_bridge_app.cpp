@@ -14,7 +14,6 @@
 
 #include <QApplication>
 #include <QPointer>
-#include <QQuickWindow>
 
 #include <optional>
 
@@ -23,11 +22,6 @@ namespace bridge {
 namespace {
 
 void prepareQt() {
-    // A panel of text and switches is drawn as quickly without the graphics card, in a third of the memory.
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
-    // For rounded corners, should windows be blended.
-    QQuickWindow::setDefaultAlphaBuffer(true);
     // Our loop is a source of GLib's, which Qt must therefore run on.
     qunsetenv("QT_NO_GLIB");
     QCoreApplication::setApplicationName("brindlefox-apple-bridge");
@@ -67,7 +61,9 @@ int BrindlefoxAppleBridgeApp::run(Options::Action action) {
     platform.folderChooser = std::make_unique<DesktopFolderChooser>(loop);
     BridgeCapabilityPolicy policy(*platform.defaults);
     BridgeModel model(loop, platform, policy);
-    const auto end = [&model] {
+    bool isEnding = false;
+    const auto end = [&model, &isEnding] {
+        isEnding = true;
         model.httpServer.stop();
         QApplication::quit();
     };
@@ -77,7 +73,7 @@ int BrindlefoxAppleBridgeApp::run(Options::Action action) {
 
     const GLibLoopSource source(loop);
     const auto bus = qtSessionBus();
-    BridgeAppDelegate theDelegate(model, loop, question, bus);
+    BridgeAppDelegate theDelegate(model, question, bus);
     delegate = &theDelegate;
     QObject::connect(delegate, &BridgeAppDelegate::quitRequested, &application, end);
     const ApplicationService service(bus);
@@ -85,7 +81,8 @@ int BrindlefoxAppleBridgeApp::run(Options::Action action) {
     delegate->launch(action == Options::Action::start ? BridgeAppDelegate::Show::onceWithoutIcon
                                                       : BridgeAppDelegate::Show::onlyWhenAsked);
     if (wantedEarly) delegate->showDashboard(*wantedEarly);
-    const int code = QApplication::exec();
+    // Asked to end before it ran, Qt would not remember.
+    const int code = isEnding ? 0 : QApplication::exec();
     log::flush();
     return code;
 }

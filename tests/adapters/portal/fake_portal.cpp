@@ -114,8 +114,7 @@ void FakePortal::openFile(GVariant* parameters, GDBusMethodInvocation* invocatio
     m_caller = g_dbus_method_invocation_get_sender(invocation);
     auto sender = m_caller.substr(1);
     std::ranges::replace(sender, '.', '_');
-    m_handle = std::string(objectPath) + "/request/" +
-               (m_manners == Manners::madeUpHandle ? "portal/1" : sender + "/" + call.handleToken);
+    m_handle = std::string(objectPath) + "/request/" + sender + "/" + call.handleToken;
     static const GDBusInterfaceVTable table{&FakePortal::handleCall, nullptr, nullptr, {}};
     m_request = g_dbus_connection_register_object(m_bus.get(), m_handle.c_str(), nodes()->interfaces[1], &table, this,
                                                   nullptr, nullptr);

@@ -26,7 +26,6 @@ public:
     enum class Manners {
         usual,
         answersBeforeItReturns, // the user was quick: the answer is there before the call's
-        madeUpHandle,           // as portals of old
         refuses
     };
 

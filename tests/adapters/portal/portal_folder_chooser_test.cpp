@@ -47,9 +47,6 @@ private:
 
 INSTANTIATE_TEST_SUITE_P(Portal, FolderChooserContract,
                          testing::Values([] { return std::make_unique<PortalUnderTest>(Manners::usual); }));
-INSTANTIATE_TEST_SUITE_P(PortalOfOld, FolderChooserContract,
-                         testing::Values([] { return std::make_unique<PortalUnderTest>(Manners::madeUpHandle); }));
-
 struct PortalFolderChooserTest : testing::Test {
     void SetUp() override {
         if (!PrivateBus::isPossible()) GTEST_SKIP() << "dbus-daemon is not installed";

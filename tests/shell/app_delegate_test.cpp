@@ -1,0 +1,123 @@
+#include "app/shell/bridge_app_delegate.h"
+
+#include "tests/shell/fake_panel.h"
+#include "tests/shell/qt_environment.h"
+#include "tests/shell/shell_environment.h"
+#include "tests/support/temporary_folder.h"
+
+#include <QQuickWindow>
+#include <QScreen>
+
+namespace bridge {
+namespace {
+
+using Show = BridgeAppDelegate::Show;
+
+// Everything but the program around it: a model on embedded stores, the real dashboard, and a panel on the bus.
+struct AppDelegate : testing::Test {
+    TemporaryFolder folder;
+    EventLoop loop;
+    ConsentQuestion* question = new ConsentQuestion; // the platform's
+    Platform platform = openEmbeddedPlatform(loop, folder.path(), std::unique_ptr<ConsentPrompt>(question));
+    BridgeCapabilityPolicy policy{*platform.defaults};
+    BridgeModel model{loop, platform, policy};
+    std::optional<FakePanel> panel;
+    std::optional<BridgeAppDelegate> delegate;
+
+    void SetUp() override {
+        if (!testbus::isPossible()) GTEST_SKIP() << "dbus-daemon is not installed";
+        panel.emplace(QString::fromStdString(testbus::address()));
+        delegate.emplace(model, *question,
+                         QDBusConnection::connectToBus(QString::fromStdString(testbus::address()), "delegate"));
+    }
+    ~AppDelegate() override {
+        delegate.reset();
+        QDBusConnection::disconnectFromBus("delegate");
+    }
+    void launchInPanel() {
+        panel->appear();
+        delegate->launch(Show::onceWithoutIcon);
+        ASSERT_TRUE(comesTrue([this] { return delegate->statusItem->isShown() == true; }));
+    }
+    bool isShown() const { return delegate->dashboardPopover && delegate->dashboardPopover->isShown(); }
+    bool opens() {
+        return comesTrue([this] { return isShown(); });
+    }
+    bool closes() {
+        return comesTrue([this] { return !isShown(); });
+    }
+    static QWindow* dashboard() {
+        for (auto* window : QGuiApplication::topLevelWindows())
+            if (window->isVisible() && qobject_cast<QQuickWindow*>(window)) return window;
+        return nullptr;
+    }
+};
+
+TEST_F(AppDelegate, OpensTheDashboardBesideTheClickAndClosesItWithTheNext) {
+    launchInPanel();
+    EXPECT_FALSE(delegate->dashboardPopover) << "it is made when it is first wanted";
+    const auto whole = QGuiApplication::primaryScreen()->geometry();
+    panel->call("Activate", {whole.right() - 200, whole.top() + 5});
+    ASSERT_TRUE(opens());
+    ASSERT_NE(dashboard(), nullptr);
+    EXPECT_EQ(dashboard()->geometry().top(), whole.top() + 5 + 1 + 8);
+    panel->call("Activate", {whole.right() - 200, whole.top() + 5});
+    EXPECT_TRUE(closes());
+    panel->call("ContextMenu", {whole.right() - 200, whole.top() + 5});
+    EXPECT_TRUE(opens());
+}
+
+TEST_F(AppDelegate, KeepsTheDashboardThatItMade) {
+    launchInPanel();
+    delegate->toggleDashboard(std::nullopt);
+    const auto* first = dashboard();
+    ASSERT_NE(first, nullptr);
+    delegate->toggleDashboard(std::nullopt);
+    delegate->toggleDashboard(std::nullopt);
+    EXPECT_EQ(dashboard(), first);
+}
+
+TEST_F(AppDelegate, ShowsItByItselfOnlyWithoutAPanelAndToWhomStartedIt) {
+    delegate->launch(Show::onceWithoutIcon);
+    EXPECT_TRUE(opens());
+    delegate->dashboardPopover->hide();
+    panel->appear();
+    ASSERT_TRUE(comesTrue([this] { return delegate->statusItem->isShown() == true; }));
+    panel->vanish();
+    ASSERT_TRUE(comesTrue([this] { return delegate->statusItem->isShown() == false; }));
+    EXPECT_FALSE(isShown()) << "once is enough";
+}
+
+TEST_F(AppDelegate, ShowsNothingByItselfAtLogin) {
+    delegate->launch(Show::onlyWhenAsked);
+    ASSERT_TRUE(comesTrue([this] { return delegate->statusItem->isShown() == false; }));
+    EXPECT_FALSE(isShown());
+    delegate->showDashboard({});
+    EXPECT_TRUE(isShown());
+}
+
+TEST_F(AppDelegate, ReadsEverythingAnewWhenTheDashboardOpens) {
+    launchInPanel();
+    EXPECT_EQ(model.calendarPermission.get(), BridgePermissionState::unknown);
+    delegate->toggleDashboard(std::nullopt);
+    EXPECT_EQ(model.calendarPermission.get(), BridgePermissionState::notDetermined);
+}
+
+TEST_F(AppDelegate, ShowsTheDashboardWhenAQuestionWaits) {
+    launchInPanel();
+    model.perform(model.requestAccess(PrivacyService::contacts));
+    EXPECT_TRUE(opens());
+    question->answer(ConsentQuestion::Answer::allow);
+    EXPECT_EQ(model.contactsPermission.get(), BridgePermissionState::fullAccess);
+}
+
+TEST_F(AppDelegate, MayGoWithTheDashboardOpenAndAQuestionInIt) {
+    launchInPanel();
+    model.perform(model.requestAccess(PrivacyService::calendar));
+    EXPECT_TRUE(opens());
+    delegate.reset();
+    EXPECT_EQ(dashboard(), nullptr);
+}
+
+} // namespace
+} // namespace bridge
