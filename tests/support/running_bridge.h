@@ -3,8 +3,12 @@
 #include "app/bridge_model.h"
 #include "app/process.h"
 #include "base/log.h"
+#include "tests/fakes/manual_alarm_clock.h"
 #include "tests/fakes/memory_music_library.h"
+#include "tests/fakes/scripted_directions.h"
 #include "tests/fakes/scripted_engine.h"
+#include "tests/fakes/scripted_local_search.h"
+#include "tests/fakes/scripted_location_manager.h"
 #include "tests/fakes/scripted_music_catalog.h"
 #include "tests/support/temporary_folder.h"
 
@@ -15,7 +19,7 @@
 namespace bridge {
 
 // The whole bridge on embedded adapters, serving on its real port from a thread of its own: paired, every switch on,
-// one authorized folder. For the scripted applications and for music a test speaks itself.
+// one authorized folder. For the scripted applications, music, location and maps a test speaks itself.
 class RunningBridge {
 public:
     static constexpr const char* credential = "credential-of-the-tests";
@@ -23,7 +27,7 @@ public:
     // What the user has answered to the questions for access.
     enum class Consent { notAsked, full };
 
-    explicit RunningBridge(Consent consent = Consent::notAsked) {
+    explicit RunningBridge(Consent consent = Consent::notAsked) : m_consent(consent) {
         if (consent == Consent::full)
             putFile(m_folder / profile::consent, R"({"calendar":3,"contacts":3,"music":3,"reminders":3})");
         std::promise<void> ready;
@@ -74,6 +78,10 @@ public:
     ScriptedEngine& engine() { return *m_engine; }
     MemoryMusicLibrary& musicLibrary() { return *m_musicLibrary; }
     ScriptedMusicCatalog& musicCatalog() { return *m_musicCatalog; }
+    ScriptedLocationManager& locationManager() { return *m_locationManager; }
+    ScriptedLocalSearch& localSearch() { return *m_localSearch; }
+    ScriptedDirections& directions() { return *m_directions; }
+    ManualAlarmClock& alarmClock() { return *m_alarmClock; }
     void unpair() {
         onLoop([](BridgeModel& model) {
             auto task = model.unpair();
@@ -83,6 +91,13 @@ public:
     }
 
 private:
+    template <typename Fake, typename Port> static Fake& speakFor(std::unique_ptr<Port>& port) {
+        auto fake = std::make_unique<Fake>();
+        auto& seen = *fake;
+        port = std::move(fake);
+        return seen;
+    }
+
     void serve(std::promise<void>& ready) {
         try {
             prepareProcess();
@@ -91,15 +106,14 @@ private:
             log::writeTo(logFile.get());
             EventLoop loop;
             auto platform = openEmbeddedPlatform(loop, m_folder.path());
-            auto engine = std::make_unique<ScriptedEngine>();
-            m_engine = engine.get();
-            platform.scriptEngine = std::move(engine);
-            auto library = std::make_unique<MemoryMusicLibrary>();
-            m_musicLibrary = library.get();
-            platform.musicLibrary = std::move(library);
-            auto catalog = std::make_unique<ScriptedMusicCatalog>();
-            m_musicCatalog = catalog.get();
-            platform.musicCatalog = std::move(catalog);
+            m_engine = &speakFor<ScriptedEngine>(platform.scriptEngine);
+            m_musicLibrary = &speakFor<MemoryMusicLibrary>(platform.musicLibrary);
+            m_musicCatalog = &speakFor<ScriptedMusicCatalog>(platform.musicCatalog);
+            m_locationManager = &speakFor<ScriptedLocationManager>(platform.locationManager);
+            m_locationManager->status = m_consent == Consent::full ? 3 : 0;
+            m_localSearch = &speakFor<ScriptedLocalSearch>(platform.localSearch);
+            m_directions = &speakFor<ScriptedDirections>(platform.directions);
+            m_alarmClock = &speakFor<ManualAlarmClock>(platform.alarmClock);
             loop.runUntilDone(platform.secureStore->replace(BridgePairingStore::credentialItem(), credential));
             BridgeCapabilityPolicy policy(*platform.defaults);
             for (const auto group : allCapabilityGroups)
@@ -120,6 +134,7 @@ private:
         }
     }
 
+    const Consent m_consent;
     TemporaryFolder m_folder;
     std::string m_rootID;
     EventLoop* m_loop = nullptr;
@@ -127,6 +142,10 @@ private:
     ScriptedEngine* m_engine = nullptr;
     MemoryMusicLibrary* m_musicLibrary = nullptr;
     ScriptedMusicCatalog* m_musicCatalog = nullptr;
+    ScriptedLocationManager* m_locationManager = nullptr;
+    ScriptedLocalSearch* m_localSearch = nullptr;
+    ScriptedDirections* m_directions = nullptr;
+    ManualAlarmClock* m_alarmClock = nullptr;
     std::thread m_thread;
 };
 

@@ -56,10 +56,14 @@ GeoClueSession::GeoClueSession(GCancellable* cancellable) : m_cancellable(cancel
         throw PlatformError(std::string("The system bus, where GeoClue finds the location, can't be reached: ") +
                             owned->message);
     }
+    // Not by a source of GLib's for cancellables: one that is disposed of while it is cancelled may be lost.
+    const auto wakeUp = [](GCancellable*, gpointer context) { static_cast<ThreadContext*>(context)->wakeUp(); };
+    m_waking = g_cancellable_connect(m_cancellable, G_CALLBACK(+wakeUp), &m_context, nullptr);
     watchService();
 }
 
 GeoClueSession::~GeoClueSession() {
+    g_cancellable_disconnect(m_cancellable, m_waking);
     for (const guint subscription : m_subscriptions)
         g_dbus_connection_signal_unsubscribe(m_bus.get(), subscription);
     if (!m_client.empty()) {
@@ -134,14 +138,12 @@ void GeoClueSession::startClient() {
 }
 
 LocationFix GeoClueSession::locate(std::chrono::milliseconds settling) {
-    m_context.attach(g_cancellable_source_new(m_cancellable),
-                     G_SOURCE_FUNC(+[](GCancellable*, gpointer flag) { return raise(flag); }), &m_isCancelled);
     createClient();
     startClient();
     std::optional<LocationFix> best;
     while (!best || (!isGood(*best) && !m_isSettled)) {
-        m_context.wait();
-        if (m_isCancelled) throw PlatformError("Nobody waits for the location any more.");
+        if (!g_cancellable_is_cancelled(m_cancellable)) m_context.wait();
+        if (g_cancellable_is_cancelled(m_cancellable)) throw PlatformError("Nobody waits for the location any more.");
         if (m_isGone || m_isClosed) {
             if (best) break;
             throw geoclueIsGone();

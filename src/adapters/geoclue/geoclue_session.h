@@ -20,8 +20,9 @@ public:
 
     // Calls the function when the source is ready.
     void attach(GSource* source, GSourceFunc function, void* data) const;
-    // Blocks until something has happened.
+    // Blocks until something has happened, or wakeUp() was called, by any thread.
     void wait() const { g_main_context_iteration(m_context.get(), TRUE); }
+    void wakeUp() const { g_main_context_wakeup(m_context.get()); }
 
 private:
     GLibPointer<GMainContext> m_context{g_main_context_new()};
@@ -52,13 +53,13 @@ private:
 
     GCancellable* m_cancellable;
     ThreadContext m_context;
+    gulong m_waking = 0; // of the context, when we are cancelled
     GObjectPointer<GDBusConnection> m_bus;
     std::vector<guint> m_subscriptions;
     std::string m_client; // its path, once there is one
     std::string m_update; // the path of a location that was not looked at yet
     bool m_isGone = false;
     bool m_isClosed = false;
-    bool m_isCancelled = false;
     bool m_isSettled = false;
 };
 
