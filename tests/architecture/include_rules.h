@@ -65,7 +65,7 @@ inline const std::vector<Rule> rules{
     {"adapters/libreoffice/helper",
      {"base", "platform", "adapters/libreoffice"},
      {"standard", "fmt", "posix", "linux", "uno", "ffmpeg"}},
-    // The session bus, by GLib, for all who speak over it.
+    // The buses of session and system, by GLib, for all who speak over them.
     {"adapters/dbus", {}, {"standard", "glib"}},
     {"adapters/glib", {"base", "platform"}, {"standard", "fmt", "posix", "glib"}},
     {"adapters/posix", {"base", "platform"}, {"standard", "fmt", "posix", "linux"}},
