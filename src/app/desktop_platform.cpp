@@ -5,6 +5,7 @@
 #include "adapters/xdg/xdg_paths.h"
 #include "app/helper_program.h"
 #include "app/location_managers.h"
+#include "app/maps.h"
 #include "app/music_players.h"
 #include "app/platform.h"
 #include "app/script_applications.h"
@@ -82,9 +83,12 @@ Platform openDesktopPlatform(EventLoop& loop, std::unique_ptr<ConsentPrompt> pro
     platform.loginItem = std::make_unique<XdgAutostart>(ownProgram());
     platform.privacySettings = std::make_unique<DesktopSettings>();
     platform.locationManager = openUsersLocation(loop, platform, userServicesFile());
+    openMaps(loop, platform, readServiceSettings(userServicesFile()));
     log::note("The credential is kept in " + platform.secureStore->description() + ".");
     log::note("Calendars and reminders are those of " + platform.eventStore->description() + ".");
     log::note("Contacts are those of " + platform.contactStore->description() + ".");
+    log::note("Places come from " + platform.localSearch->description() + ".");
+    log::note("Directions come from " + platform.directions->description() + ".");
     return platform;
 }
 

@@ -2,6 +2,7 @@
 #include "adapters/jsonfile/consent_file.h"
 #include "adapters/jsonfile/file_secure_store.h"
 #include "adapters/jsonfile/json_file_user_defaults.h"
+#include "adapters/jsonfile/service_settings.h"
 #include "adapters/musicapp/player_music_library.h"
 #include "adapters/posix/loop_alarm_clock.h"
 #include "adapters/posix/posix_bookmarks.h"
@@ -11,6 +12,7 @@
 #include "adapters/xdg/home_trash.h"
 #include "app/build_info.h"
 #include "app/location_managers.h"
+#include "app/maps.h"
 #include "app/music_players.h"
 #include "app/no_consent_prompt.h"
 #include "app/no_folder_chooser.h"
@@ -19,7 +21,6 @@
 #include "app/platform.h"
 #include "app/script_applications.h"
 #include "app/service_names.h"
-#include "app/unconfigured_maps.h"
 #include "app/unconfigured_music_catalog.h"
 
 namespace bridge {
@@ -48,8 +49,7 @@ Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder, std::u
     nameScriptedServices(platform, *applications, player);
     platform.scriptEngine = std::move(applications);
     platform.locationManager = openFixedLocation(loop, platform, file(profile::services));
-    platform.localSearch = std::make_unique<UnconfiguredLocalSearch>();
-    platform.directions = std::make_unique<UnconfiguredDirections>();
+    openMaps(loop, platform, readServiceSettings(file(profile::services)));
     platform.loginItem = std::make_unique<NoLoginItem>();
     platform.privacySettings = std::make_unique<NoPrivacySettings>();
     return platform;

@@ -50,7 +50,9 @@ struct Platform {
     std::unique_ptr<MusicCatalog> musicCatalog;
     std::unique_ptr<ScriptEngine> scriptEngine;
     std::unique_ptr<LocationManager> locationManager; // after the authorization that it heeds
+    std::unique_ptr<HTTPClient> placesClient;         // before who asks through it
     std::unique_ptr<LocalSearch> localSearch;
+    std::unique_ptr<HTTPClient> directionsClient; // likewise
     std::unique_ptr<Directions> directions;
     std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<PrivacySettings> privacySettings;

@@ -1,7 +1,6 @@
 #include "adapters/jsonfile/service_settings.h"
 
 #include "adapters/jsonfile/private_file.h"
-#include "base/log.h"
 #include "base/record.h"
 #include "base/url.h"
 
@@ -114,8 +113,6 @@ ServiceSettings readServiceSettings(const std::string& path) {
     } catch (const std::runtime_error& fault) {
         settings.faults.emplace("", fmt::format("{} can't be read: {}", name, fault.what()));
     }
-    for (const auto& [key, fault] : settings.faults)
-        log::note(fault);
     return settings;
 }
 

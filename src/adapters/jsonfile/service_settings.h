@@ -32,7 +32,6 @@ struct ServiceSettings {
 };
 
 // Never throws: a file that is absent sets nothing, one that is damaged or can't be read sets nothing and has a fault.
-// Faults are said in the log too.
 ServiceSettings readServiceSettings(const std::string& path);
 
 } // namespace bridge
