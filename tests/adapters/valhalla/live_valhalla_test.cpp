@@ -84,6 +84,7 @@ TEST_F(LiveValhallaTest, TakesTheBusWhereItHasTimetables) {
     EXPECT_THAT(routes.at(0).steps, Contains("Take the 1 toward Balzers. (2 stops)"));
     EXPECT_THAT(routes[0].expectedTravelTime, AllOf(Ge(16 * 60), Le(45 * 60)));
     EXPECT_THAT(routes[0].distance, AllOf(Ge(8000), Le(10000)));
+    EXPECT_EQ(failure(vaduz, balzers, TransportType::cycling), "");
     // So near that nobody would wait for the bus.
     EXPECT_THAT(failure(vaduz, {47.1415, 9.5218}, TransportType::transit), HasSubstr("No ride by public transport"));
 }
