@@ -5,6 +5,7 @@
 #include "base/termination_signals.h"
 #include "options.h"
 #include "profile.h"
+#include "sample_maps.h"
 #include "tour.h"
 
 #include <cstdio>
@@ -44,11 +45,11 @@ int serve(EventLoop& loop, const std::string& line) {
     return 0;
 }
 
-int showAround(EventLoop& loop, BridgeModel& model, const std::string& credential, Date now) {
+int showAround(EventLoop& loop, BridgeModel& model, const std::string& credential, Date now, const Missing& missing) {
     if (model.files.roots.get().empty()) throw std::runtime_error("This profile has no authorized folder to show.");
     const auto rootID = model.files.roots.get().front().id;
     CurlHTTPClient client(loop);
-    const bool asExpected = loop.runUntilDone(tour(client, credential, rootID, now));
+    const bool asExpected = loop.runUntilDone(tour(client, credential, rootID, now, missing));
     fmt::print("\n{}\n", curlLine(credential, rootID));
     // Somebody at a terminal gets the time to use that line; a script goes on.
     if (isatty(STDIN_FILENO) && isatty(STDOUT_FILENO)) {
@@ -66,13 +67,15 @@ int run(const Options& options) {
     if (logFile) log::writeTo(logFile.get());
     EventLoop loop;
     log::gatherOn(loop);
+    writeSampleServices(profile.folder());
     auto platform = openEmbeddedPlatform(loop, profile.folder());
+    const SampleMaps maps(loop, platform, profile.folder());
     BridgeCapabilityPolicy policy(*platform.defaults);
     BridgeModel model(loop, platform, policy);
     const TerminationSignals signals(loop, [&loop] { loop.stop(); });
     const auto credential = prepare(loop, model, platform, options, profile.folder());
     const int status = options.serve ? serve(loop, readyLine(credential, profile.folder(), model))
-                                     : showAround(loop, model, credential, platform.clock->now());
+                                     : showAround(loop, model, credential, platform.clock->now(), maps.missing());
     log::writeTo(STDERR_FILENO);
     return status;
 }

@@ -4,8 +4,6 @@ namespace bridge::playground {
 
 namespace {
 
-constexpr const char* later = "unsupported_operation";
-
 constexpr Step steps[] = {
     {"permissions.get"},
     {"files.roots.list"},
@@ -121,12 +119,42 @@ constexpr Step steps[] = {
      false, "malformed_request"},
     {"files.list", R"({"rootID":"$root","path":"Spring fair/Exports"})"},
     {"files.delete", R"({"rootID":"$root","path":"Spring fair"})", true},
-    {"location.current", nullptr, false, later},
-    {"maps.places.search", R"({"query":"station","limit":3})", false, later},
+    {"location.current"},
+    {"maps.places.search", R"({"query":"Vaduz","limit":3})", false, "", nullptr, Needs::places},
+    {"maps.places.search", R"({"query":"  schaan ","latitude":47.14,"longitude":9.52,"limit":1})", false, "", nullptr,
+     Needs::places},
+    {"maps.places.search", R"({"query":"東京","limit":1})", false, "", nullptr, Needs::places},
+    {"maps.places.search", R"({"query":"Vaduz","latitude":47.14,"limit":3})", false, "malformed_request"},
+    {"maps.places.search", R"({"query":" ","limit":3})", false, "malformed_request"},
     {"maps.directions",
-     R"({"originLatitude":52.5,"originLongitude":13.4,"destinationLatitude":52.4,"destinationLongitude":13.1,)"
+     R"({"originLatitude":47.141,"originLongitude":9.5215,"destinationLatitude":47.0667,"destinationLongitude":9.502,)"
+     R"("transport":"automobile"})",
+     false, "", nullptr, Needs::directions},
+    {"maps.directions",
+     R"({"originLatitude":47.141,"originLongitude":9.5215,"destinationLatitude":47.0667,"destinationLongitude":9.502,)"
+     R"("transport":"Walking"})",
+     false, "", nullptr, Needs::directions},
+    {"maps.directions",
+     R"({"originLatitude":47.141,"originLongitude":9.5215,"destinationLatitude":47.0667,"destinationLongitude":9.502,)"
+     R"("transport":"cycling"})",
+     false, "", nullptr, Needs::directions},
+    {"maps.directions",
+     R"({"originLatitude":47.141,"originLongitude":9.5215,"destinationLatitude":47.0667,"destinationLongitude":9.502,)"
+     R"("transport":"transit"})",
+     false, "", nullptr, Needs::directions},
+    {"maps.directions",
+     R"({"originLatitude":47.141,"originLongitude":9.5215,"destinationLatitude":47.0667,"destinationLongitude":9.502,)"
+     R"("transport":"bike"})",
+     false, "malformed_request"},
+    {"maps.directions",
+     R"({"originLatitude":90.5,"originLongitude":9.52,"destinationLatitude":47.07,"destinationLongitude":9.5,)"
      R"("transport":"walking"})",
-     false, later},
+     false, "malformed_request"},
+    // Into the sea.
+    {"maps.directions",
+     R"({"originLatitude":47.14,"originLongitude":9.52,"destinationLatitude":44,"destinationLongitude":8.5,)"
+     R"("transport":"automobile"})",
+     false, "internal_error"},
 };
 
 } // namespace
