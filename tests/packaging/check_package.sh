@@ -56,13 +56,17 @@ unit_is_valid() {
 }
 
 man_pages_are_clean_and_complete() {
-    local page complaints option
+    local page complaints options option
     for page in "$stage"/share/man/man1/*.gz; do
         complaints=$(MANROFFSEQ='' MANWIDTH=80 LC_ALL=C.UTF-8 man --warnings -E UTF-8 -l -Tutf8 -Z "$page" 2>&1 >/dev/null)
         [ -z "$complaints" ] || fail "$page: $complaints"
     done
-    for option in $("$stage/bin/brindlefox-import" --help | grep -oE '^ +--[a-z]+' | tr -d ' '); do
-        zcat "$stage/share/man/man1/brindlefox-import.1.gz" | tr -d '\134' | grep -qe "$option" || fail "The page lacks $option."
+    for page in "$stage"/share/man/man1/*.gz; do
+        options=$("$stage/bin/$(basename "$page" .1.gz)" --help | grep -oE '^ +--[a-z]+' | tr -d ' ')
+        [ -n "$options" ] || fail "The program of $page names no options."
+        for option in $options; do
+            zcat "$page" | tr -d '\134' | grep -qe "$option" || fail "$page lacks $option."
+        done
     done
 }
 
