@@ -51,7 +51,8 @@ unit_is_valid() {
     # The program is not where systemd looks for it, so a copy of the unit names its path.
     local unit=$folder/$app.service
     sed "s|^ExecStart=|&$stage/bin/|" "$stage/lib/systemd/user/$app.service" >"$unit"
-    XDG_RUNTIME_DIR=$folder systemd-analyze --user --man=no verify "$unit" 2>"$folder/complaints" || fail "$(cat "$folder/complaints")"
+    HOME=$folder XDG_RUNTIME_DIR=$folder systemd-analyze --user --man=no verify "$unit" 2>"$folder/complaints" ||
+        fail "$(cat "$folder/complaints")"
     [ ! -s "$folder/complaints" ] || fail "$(cat "$folder/complaints")"
 }
 
