@@ -60,7 +60,7 @@ TEST_F(AppDelegate, OpensTheDashboardBesideTheClickAndClosesItWithTheNext) {
     panel->call("Activate", {whole.right() - 200, whole.top() + 5});
     ASSERT_TRUE(opens());
     ASSERT_NE(dashboard(), nullptr);
-    EXPECT_EQ(dashboard()->geometry().top(), whole.top() + 5 + 1 + 8);
+    EXPECT_EQ(dashboard()->geometry().right(), whole.right() - 8);
     panel->call("Activate", {whole.right() - 200, whole.top() + 5});
     EXPECT_TRUE(closes());
     panel->call("ContextMenu", {whole.right() - 200, whole.top() + 5});

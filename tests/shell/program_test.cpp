@@ -32,7 +32,7 @@ TEST_F(Program, TakesADisplayThatDoesNotAnswerForNone) {
                                                  {{"DISPLAY", "nonsense"}}}) {
         auto bridge = start(dead);
         ASSERT_TRUE(bridge.isListening()) << bridge.log();
-        bridge.send(SIGINT);
+        bridge.send(SIGTERM);
         EXPECT_EQ(bridge.exitCode(), 0) << bridge.log();
     }
 }

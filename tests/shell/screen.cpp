@@ -9,7 +9,7 @@ namespace bridge {
 namespace {
 
 const std::vector<std::string> serverCommand{"Xvfb",         "-displayfd", "1",   "-screen", "0",
-                                             "1280x1000x24", "-nolisten",  "tcp", "-nolock"};
+                                             "1280x1000x24", "-nolisten",  "tcp", "-noreset"};
 
 // Whether a client owns the selection by which such programs are known.
 bool isOwned(const std::string& display, const std::string& name) {
@@ -83,8 +83,11 @@ std::string Screen::tell(const std::vector<std::string>& words) {
     return answer;
 }
 
-std::optional<WindowPlace> Screen::find(bool (*isWanted)(const WindowPlace&)) {
-    std::istringstream windows(tell({"search", "--onlyvisible", "--name", "^Brindlefox Apple Bridge$"}));
+std::optional<WindowPlace> Screen::find(const std::vector<std::string>& which, bool (*isWanted)(const WindowPlace&)) {
+    std::vector<std::string> words{"search"};
+    words.insert(words.end(), which.begin(), which.end());
+    words.insert(words.end(), {"--name", "^Brindlefox Apple Bridge$"});
+    std::istringstream windows(tell(words));
     for (std::string window; std::getline(windows, window);) {
         std::istringstream lines(tell({"getwindowgeometry", "--shell", window}));
         std::map<std::string, int> numbers;
@@ -98,12 +101,12 @@ std::optional<WindowPlace> Screen::find(bool (*isWanted)(const WindowPlace&)) {
 }
 
 std::optional<WindowPlace> Screen::popover() {
-    return find([](const WindowPlace& place) { return place.width > 100; });
+    return find({"--onlyvisible"}, [](const WindowPlace& place) { return place.width > 100; });
 }
 
 std::optional<WindowPlace> Screen::icon() {
-    // Until the panel has taken it, it is a window in the corner.
-    return find([](const WindowPlace& place) { return place.width < 100 && place.y > 900; });
+    // Until the panel has taken it, it is a window in the corner. A panel that paints icons itself keeps it unseen.
+    return find({}, [](const WindowPlace& place) { return place.width < 100 && place.y > 900; });
 }
 
 void Screen::click(const WindowPlace& place) {

@@ -51,7 +51,7 @@ public:
 
 private:
     std::string tell(const std::vector<std::string>& words);
-    std::optional<WindowPlace> find(bool (*isWanted)(const WindowPlace&));
+    std::optional<WindowPlace> find(const std::vector<std::string>& which, bool (*isWanted)(const WindowPlace&));
     std::map<std::string, std::string> environment() const;
 
     struct OtherWindow;
