@@ -80,7 +80,7 @@ Platform openDesktopPlatform(EventLoop& loop, std::unique_ptr<ConsentPrompt> pro
     auto applications = std::make_unique<ScriptApplications>(loop, folder + profile::office, player);
     nameScriptedServices(platform, *applications, player);
     platform.scriptEngine = std::move(applications);
-    platform.loginItem = std::make_unique<XdgAutostart>(ownProgram());
+    platform.loginItem = std::make_unique<XdgAutostart>(ownProgram(), std::vector<std::string>{"--background"});
     platform.privacySettings = std::make_unique<DesktopSettings>();
     platform.locationManager = openUsersLocation(loop, platform, userServicesFile());
     openMaps(loop, platform, readServiceSettings(userServicesFile()));

@@ -138,11 +138,13 @@ std::string escapeForDesktopEntry(std::string_view text) {
     return result;
 }
 
-std::string execKeyFor(const std::string& program) {
+std::string execKeyFor(const std::string& program, const std::vector<std::string>& arguments) {
     // The first word of a command must have no equals sign, and GLib looks for that word before it reads "%%" as one
     // character. As an argument both are welcome, also to systemd, which stumbles over a script for the shell.
     const bool isNoCommand = program.find_first_of("=%") != std::string::npos;
-    const auto command = (isNoCommand ? "/usr/bin/env nice -n 0 " : "") + quoted(program);
+    auto command = (isNoCommand ? "/usr/bin/env nice -n 0 " : "") + quoted(program);
+    for (const auto& argument : arguments)
+        command += ' ' + quoted(argument);
     return escapeForDesktopEntry(command);
 }
 

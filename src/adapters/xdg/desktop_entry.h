@@ -31,7 +31,7 @@ private:
 // As the value of a key that holds a string.
 std::string escapeForDesktopEntry(std::string_view text);
 
-// As the value of the key "Exec": starts the program, whatever characters its path has, without an argument.
-std::string execKeyFor(const std::string& program);
+// As the value of the key "Exec": starts the program, whatever characters its path has, with these arguments.
+std::string execKeyFor(const std::string& program, const std::vector<std::string>& arguments = {});
 
 } // namespace bridge

@@ -63,17 +63,6 @@ FileDescriptor makeFolder(const std::string& path) {
     return folder;
 }
 
-// The command is there also in an entry that is switched off, for whoever switches it on elsewhere.
-void writeEntry(const XdgPaths& paths, const std::string& program, const std::string& rest) {
-    std::string text = "[Desktop Entry]\nType=Application\nName=Brindlefox Apple Bridge\n"
-                       "Comment=Lets your paired agent use what you allow\nIcon=brindlefox-apple-bridge\nExec=";
-    text += execKeyFor(program) + "\nTryExec=" + escapeForDesktopEntry(program) + "\nTerminal=false\n" + rest;
-    if (!isUTF8(text))
-        throw PlatformError("The path of this program is not UTF-8 text, as an autostart entry must be.");
-    const auto folder = makeFolder(folderOf(paths.configHome));
-    writeFileAtomically(folder.get(), XdgAutostart::fileName, text, 0644, IfExists::replace);
-}
-
 } // namespace
 
 std::optional<XdgPaths> XdgAutostart::paths() const {
@@ -123,6 +112,18 @@ bool XdgAutostart::systemStarts(const XdgPaths& paths) const {
     return false;
 }
 
+// The command is there also in an entry that is switched off, for whoever switches it on elsewhere.
+void XdgAutostart::writeEntry(const XdgPaths& paths, const std::string& rest) const {
+    std::string text = "[Desktop Entry]\nType=Application\nName=Brindlefox Apple Bridge\n"
+                       "Comment=Lets your paired agent use what you allow\nIcon=brindlefox-apple-bridge\nExec=";
+    text += execKeyFor(m_program, m_arguments) + "\nTryExec=" + escapeForDesktopEntry(m_program) +
+            "\nTerminal=false\n" + rest;
+    if (!isUTF8(text))
+        throw PlatformError("The path of this program is not UTF-8 text, as an autostart entry must be.");
+    const auto folder = makeFolder(folderOf(paths.configHome));
+    writeFileAtomically(folder.get(), fileName, text, 0644, IfExists::replace);
+}
+
 void XdgAutostart::registerItem() {
     const auto folders = paths();
     switch (status()) {
@@ -137,14 +138,13 @@ void XdgAutostart::registerItem() {
     case LoginItemStatus::notRegistered:
         break;
     }
-    writeEntry(*folders, m_program, "");
+    writeEntry(*folders, "");
 }
 
 void XdgAutostart::unregisterItem() {
     const auto folders = paths();
     if (!folders) return;
-    if (systemStarts(*folders))
-        return writeEntry(*folders, m_program, std::string("Hidden=true\n") + switchedOffByUs + "=true\n");
+    if (systemStarts(*folders)) return writeEntry(*folders, std::string("Hidden=true\n") + switchedOffByUs + "=true\n");
     if (unlink(fileOf(folders->configHome).c_str()) != 0 && errno != ENOENT && errno != ENOTDIR)
         throw PlatformError::fromErrno("The autostart entry could not be removed", errno);
 }

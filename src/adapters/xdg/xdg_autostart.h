@@ -19,10 +19,14 @@ class XdgAutostart : public LoginItem {
 public:
     static constexpr const char* fileName = "brindlefox-apple-bridge.desktop";
 
-    // `program` is the absolute path of what is to be started; empty when it is not known. It is looked for at each
-    // call: without it the service is not found.
-    explicit XdgAutostart(std::string program, XdgPaths::Environment environment = XdgPaths::ofProcess)
-        : m_program(std::move(program)), m_environment(std::move(environment)), m_settings(m_environment) {}
+    // `program` is the absolute path of what is to be started with `arguments`; empty when it is not known. It is
+    // looked for at each call: without it the service is not found.
+    XdgAutostart(std::string program, std::vector<std::string> arguments,
+                 XdgPaths::Environment environment = XdgPaths::ofProcess)
+        : m_program(std::move(program)),
+          m_arguments(std::move(arguments)),
+          m_environment(std::move(environment)),
+          m_settings(m_environment) {}
 
     LoginItemStatus status() const override;
     void registerItem() override;
@@ -35,7 +39,10 @@ private:
     LoginItemStatus statusOfUsers(const DesktopEntry& entry) const;
     bool systemStarts(const XdgPaths& paths) const;
 
+    void writeEntry(const XdgPaths& paths, const std::string& rest) const;
+
     std::string m_program;
+    std::vector<std::string> m_arguments;
     XdgPaths::Environment m_environment;
     DesktopSettings m_settings;
 };

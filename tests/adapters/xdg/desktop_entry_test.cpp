@@ -81,6 +81,12 @@ TEST(ExecKey, QuotesWhatHasAMeaning) {
     EXPECT_EQ(execKeyFor("/opt/\"$`\\"), R"("/opt/\\"\\$\\`\\\\")");
 }
 
+TEST(ExecKey, HasTheArgumentsBehindTheProgram) {
+    EXPECT_EQ(execKeyFor("/usr/bin/a", {"--background", "a b", "", "50%"}),
+              "/usr/bin/a --background \"a b\" \"\" \"50%%\"");
+    EXPECT_EQ(execKeyFor("/opt/a=b", {"-x"}), "/usr/bin/env nice -n 0 \"/opt/a=b\" -x");
+}
+
 TEST(ExecKey, APathThatIsNoCommandIsAnArgument) {
     EXPECT_EQ(execKeyFor("/opt/100%"), "/usr/bin/env nice -n 0 \"/opt/100%%\"");
     EXPECT_EQ(execKeyFor("/opt/a=b"), "/usr/bin/env nice -n 0 \"/opt/a=b\"");

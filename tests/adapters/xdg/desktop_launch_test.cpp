@@ -16,7 +16,7 @@ TEST(AutostartEntry, StartsAProgramWhateverItsPathIs) {
         DesktopSite site;
         const auto program = site.folder.file("bin/" + name);
         std::filesystem::rename(site.addProgram("program"), program);
-        XdgAutostart item(program, site.environment());
+        XdgAutostart item(program, {"--background", name}, site.environment());
         item.registerItem();
         EXPECT_EQ(item.status(), LoginItemStatus::enabled) << name;
 
@@ -25,7 +25,7 @@ TEST(AutostartEntry, StartsAProgramWhateverItsPathIs) {
         ASSERT_TRUE(entry) << name << '\n' << getFile(file);
         EXPECT_TRUE(g_app_info_launch(G_APP_INFO(entry), nullptr, nullptr, nullptr)) << name;
         g_object_unref(entry);
-        EXPECT_EQ(site.startedProgram(), "program|") << name;
+        EXPECT_EQ(site.startedProgram(), "program|--background|" + name + "|") << name;
     }
 }
 

@@ -39,7 +39,9 @@ struct AutostartSite : LoginItemSite {
         site.variables["XDG_CURRENT_DESKTOP"] = "XFCE";
         site.addProgram("xfce4-session-settings");
     }
-    std::unique_ptr<LoginItem> start() override { return std::make_unique<XdgAutostart>(program, site.environment()); }
+    std::unique_ptr<LoginItem> start() override {
+        return std::make_unique<XdgAutostart>(program, std::vector<std::string>(), site.environment());
+    }
     void switchOffElsewhere() override { write("Hidden=true\n"); }
     void switchOnElsewhere() override { write("Hidden=false\n"); }
     bool whileNothingCanBeChanged(std::function<void()> action) override {

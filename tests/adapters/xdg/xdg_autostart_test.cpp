@@ -12,7 +12,7 @@ using Status = LoginItemStatus;
 
 class Autostart : public testing::Test {
 protected:
-    XdgAutostart item() const { return XdgAutostart(program, site.environment()); }
+    XdgAutostart item() const { return XdgAutostart(program, {"--background"}, site.environment()); }
     Status status() const { return item().status(); }
     Status statusOf(const std::string& keys) {
         std::filesystem::create_directories(std::filesystem::path(file).parent_path());
@@ -34,7 +34,7 @@ TEST_F(Autostart, IsAWholeEntryInTheUsersFolder) {
     item().registerItem();
     EXPECT_EQ(entry().string("Type"), "Application");
     EXPECT_EQ(entry().string("Name"), "Brindlefox Apple Bridge");
-    EXPECT_EQ(entry().string("Exec"), program);
+    EXPECT_EQ(entry().string("Exec"), program + " --background");
     EXPECT_EQ(entry().string("TryExec"), program);
     EXPECT_EQ(entry().string("Hidden"), std::nullopt);
     struct stat status;
@@ -151,7 +151,7 @@ TEST_F(Autostart, ACopyThatHidesTheSystemsMayBeSwitchedOnElsewhere) {
     text.replace(text.find("Hidden=true"), 11, "Hidden=false");
     putFile(file, text);
     EXPECT_EQ(status(), Status::enabled);
-    EXPECT_EQ(entry().string("Exec"), program);
+    EXPECT_EQ(entry().string("Exec"), program + " --background");
 }
 
 TEST_F(Autostart, TheUsersEntryGoesOverTheSystems) {
