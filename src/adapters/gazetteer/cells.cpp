@@ -15,33 +15,33 @@ double radians(double degrees) {
     return degrees * std::numbers::pi / 180;
 }
 
-std::string token(int row, int column, int degrees) {
-    const int columns = 360 / degrees;
-    return fmt::format("{}.{}.{}", degrees, row, ((column % columns) + columns) % columns);
+std::string token(int row, int column) {
+    constexpr int columns = 360;
+    return fmt::format("{}.{}", row, ((column % columns) + columns) % columns);
 }
 
-int indexOf(double angle, int degrees) {
-    return static_cast<int>(std::floor(angle / degrees));
+int indexOf(double degrees) {
+    return static_cast<int>(std::floor(degrees));
 }
 
 } // namespace
 
-std::string cellAt(MapCoordinate place, int degrees) {
-    return token(indexOf(place.latitude, degrees), indexOf(place.longitude, degrees), degrees);
+std::string cellAt(MapCoordinate place) {
+    return token(indexOf(place.latitude), indexOf(place.longitude));
 }
 
-std::vector<std::string> cellsAround(MapCoordinate center, double meters, int degrees) {
+std::vector<std::string> cellsAround(MapCoordinate center, double meters) {
     // Near the poles a degree of longitude is next to nothing; nobody lives so near that a tenth would not do.
     constexpr double least = 0.1;
     const double latitudes = meters / metersInDegree;
     const double longitudes =
         std::min(179.0, latitudes / std::max(least, std::cos(radians(std::abs(center.latitude) + latitudes))));
     std::vector<std::string> cells;
-    const int top = indexOf(std::min(90.0, center.latitude + latitudes), degrees);
-    const int right = indexOf(center.longitude + longitudes, degrees);
-    for (int row = indexOf(std::max(-90.0, center.latitude - latitudes), degrees); row <= top; ++row)
-        for (int column = indexOf(center.longitude - longitudes, degrees); column <= right; ++column)
-            cells.push_back(token(row, column, degrees));
+    const int top = indexOf(std::min(90.0, center.latitude + latitudes));
+    const int right = indexOf(center.longitude + longitudes);
+    for (int row = indexOf(std::max(-90.0, center.latitude - latitudes)); row <= top; ++row)
+        for (int column = indexOf(center.longitude - longitudes); column <= right; ++column)
+            cells.push_back(token(row, column));
     return cells;
 }
 

@@ -14,12 +14,13 @@ namespace bridge::gazetteer {
 namespace {
 
 constexpr size_t mostItems = 25;
-// Of each way to understand the query, in each surrounding; the heaviest places come first.
-constexpr int64_t mostCandidates = 60;
+// Of each way to understand the query; the heaviest places come first. Around a point the lighter ones count, too.
+constexpr int64_t mostAnywhere = 60;
+constexpr int64_t mostAround = 240;
 
-// Both in meters, from the middle of the region: what is near, and what is still nearer than the rest of the world.
+// In meters, from the middle of the region.
 constexpr double leastNear = 75'000;
-constexpr double notFar = 600'000;
+constexpr double mostNear = 150'000;
 
 std::string fileURI(const std::string& path) {
     std::string uri = "file:";
@@ -37,9 +38,10 @@ DatabasePointer open(const std::string& path) {
     const int code = sqlite3_open_v2(fileURI(path).c_str(), &handle, flags, nullptr);
     DatabasePointer database(handle);
     if (code != SQLITE_OK) failWith(handle);
-    // Mapped, so that the pages are the system's to keep or to drop, not ours.
+    // Mapped, so that the pages are the system's to keep or to drop, not ours. (No cell_size_check: it would look
+    // through each page anew each time that it is visited.)
     runScript(handle, "PRAGMA mmap_size = 1073741824; PRAGMA cache_size = -256; PRAGMA trusted_schema = OFF;"
-                      "PRAGMA cell_size_check = ON; PRAGMA temp_store = MEMORY");
+                      "PRAGMA temp_store = MEMORY");
     Statement identity(handle, "SELECT application_id, user_version FROM pragma_application_id, pragma_user_version");
     if (!identity.step() || identity.integer(0) != applicationID || identity.integer(1) != fileVersion)
         throw std::runtime_error("not a file of places, or of another version");
@@ -106,23 +108,22 @@ std::vector<MapItem> PlaceSearch::find(const LocalSearchQuery& query) {
 
 PlaceSearch::Candidates PlaceSearch::candidates(const std::vector<Reading>& readings,
                                                 const std::optional<MapRegion>& region) {
-    // The whole world, and what is near asked for by itself: there may be sixty heavier ones elsewhere.
-    std::vector<std::vector<std::string>> surroundings{{}};
+    const auto most = region ? mostAround : mostAnywhere;
+    std::vector<std::string> near;
     if (region) {
         const double half = std::max(region->latitudinalMeters, region->longitudinalMeters) / 2;
-        surroundings.push_back(cellsAround(region->center, std::clamp(half, leastNear, notFar), smallCell));
-        surroundings.push_back(cellsAround(region->center, notFar, largeCell));
+        near = cellsAround(region->center, std::clamp(half, leastNear, mostNear));
     }
     Candidates found;
     for (const auto match : {Match::whole, Match::beginning, Match::words})
         for (const auto& reading : readings)
-            for (const auto& cells : surroundings)
-                collect(reading, match, cells, found);
+            // When there are more in the world, what is near may be among those that were left out.
+            if (collect(reading, match, {}, most, found) == most && region) collect(reading, match, near, most, found);
     return found;
 }
 
-void PlaceSearch::collect(const Reading& reading, Match match, const std::vector<std::string>& cells,
-                          Candidates& found) {
+int64_t PlaceSearch::collect(const Reading& reading, Match match, const std::vector<std::string>& cells, int64_t most,
+                             Candidates& found) {
     const auto whole = joined(reading.words);
     std::string expression;
     switch (match) {
@@ -130,7 +131,7 @@ void PlaceSearch::collect(const Reading& reading, Match match, const std::vector
         expression = fmt::format("whole : \"{}\"", whole);
         break;
     case Match::beginning:
-        if (!tellsEnough(whole)) return;
+        if (!tellsEnough(whole)) return 0;
         expression = fmt::format("whole : \"{}\" *", whole);
         break;
     case Match::words:
@@ -140,9 +141,11 @@ void PlaceSearch::collect(const Reading& reading, Match match, const std::vector
     for (const auto& area : reading.areas)
         expression += fmt::format(" AND lies : ({})", anyOf(area));
     if (!cells.empty()) expression += fmt::format(" AND lies : ({})", anyOf(cells));
-    m_lookup.with(expression, mostCandidates);
-    while (m_lookup.step())
+    m_lookup.with(expression, most);
+    int64_t count = 0;
+    for (; m_lookup.step(); ++count)
         found.emplace(m_lookup.integer(0), Candidate{match, whole});
+    return count;
 }
 
 PlaceSearch::Ranked PlaceSearch::ranked(int64_t id, const Candidate& candidate,

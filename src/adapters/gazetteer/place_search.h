@@ -32,7 +32,9 @@ private:
     using Candidates = std::map<int64_t, Candidate>;
 
     Candidates candidates(const std::vector<Reading>& readings, const std::optional<MapRegion>& region);
-    void collect(const Reading& reading, Match match, const std::vector<std::string>& cells, Candidates& found);
+    // In those cells, or anywhere when there are none. Answers with how many there were, `most` at most.
+    int64_t collect(const Reading& reading, Match match, const std::vector<std::string>& cells, int64_t most,
+                    Candidates& found);
     Ranked ranked(int64_t id, const Candidate& candidate, const std::optional<MapRegion>& region);
 
     std::vector<std::string> named(const std::string& key) override;

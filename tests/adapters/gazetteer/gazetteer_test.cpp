@@ -52,6 +52,19 @@ TEST_F(GazetteerFile, MayHaveAnyName) {
     EXPECT_EQ(failure(), "2 found");
 }
 
+TEST_F(GazetteerFile, TheHamletNextDoorIsFoundAmongHundredsOfTownsOfItsName) {
+    std::vector<WorldPlace> world;
+    for (int number = 0; number < 600; ++number)
+        world.push_back({"San José", {}, "Far", "Chile", "CL", {-50 + number * 0.03, -70}, 100'000 + number});
+    world.push_back({"San José", {}, "Near", "Spain", "ES", {36.76, -2.11}, 60});
+    gazetteer::writePlaces(putPlaces(folder, world), path);
+    Gazetteer gazetteer(loop, path);
+    const auto items = loop.runUntilDone(gazetteer.search({"san jose", MapRegion{{36.8, -2.0}, 50'000, 50'000}}));
+    ASSERT_EQ(items.size(), 25U);
+    EXPECT_EQ(items[0].title, "San José, Near, Spain");
+    EXPECT_EQ(items[1].title, "San José, Far, Chile");
+}
+
 TEST_F(GazetteerFile, ThatIsMissingIsToldWithAWayOut) {
     std::filesystem::remove(path);
     EXPECT_THAT(failure(), AllOf(HasSubstr(path), HasSubstr("Install Brindlefox Apple Bridge anew")));

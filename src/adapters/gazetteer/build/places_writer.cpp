@@ -89,8 +89,7 @@ private:
         collect(place.name, whole, words);
         for (const auto& name : place.otherNames)
             collect(name, whole, words);
-        std::set<std::string> lies{areaToken(place.country), cellAt(place.coordinate, smallCell),
-                                   cellAt(place.coordinate, largeCell)};
+        std::set<std::string> lies{areaToken(place.country), cellAt(place.coordinate)};
         if (!place.region.empty()) lies.insert(areaToken(place.region));
         if (!place.county.empty()) lies.insert(areaToken(place.county));
         m_lookup.with(id, listed(whole), listed(words), listed(lies)).run();
