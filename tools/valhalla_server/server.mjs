@@ -8,7 +8,7 @@ import { createRequire } from 'node:module';
 import path from 'node:path';
 import { codeOf } from './error_codes.mjs';
 
-const [npm, extract, folder, timetables] = process.argv.slice(2);
+const [npm, extract, folder, timetables] = process.argv.slice(2).map((name) => path.resolve(name));
 const require = createRequire(path.resolve(npm) + '/');
 const within = (name) => path.join(folder, name);
 
@@ -22,7 +22,8 @@ function run(name, ...words) {
     return new Promise((resolve, reject) => {
         const program = path.join(require('./lib/binary-path').getBinaryDir(npm), name);
         let said = '';
-        running = spawn(program, words, { stdio: ['ignore', 'pipe', 'pipe'] });
+        // They leave lists of what they found odd in the map wherever they are.
+        running = spawn(program, words, { cwd: folder, stdio: ['ignore', 'pipe', 'pipe'] });
         for (const stream of [running.stdout, running.stderr]) stream.on('data', (data) => (said += data));
         running.on('error', reject).on('close', (code) => {
             running = undefined;
