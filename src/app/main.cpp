@@ -32,7 +32,7 @@ std::string takeActivationToken() {
     return taken;
 }
 
-int run(int& count, char** arguments, Options::Action action) {
+int run([[maybe_unused]] int& count, [[maybe_unused]] char** arguments, Options::Action action) {
     prepareProcess();
     const bool hasDisplay = canShowWindows();
     const auto folder = instanceFolder(userProfileFolder());
