@@ -103,10 +103,10 @@ TEST_F(TheRest, IsMadeOnceAndAsLargeAsItShouldBe) {
     EXPECT_EQ(window->grabWindow().size(), QSize(640, 780));
     bridge.dashboard->setRounded(true);
     driver->settle();
-    EXPECT_EQ(window->grabWindow().pixelColor(0, 0).alpha(), 0);
+    EXPECT_EQ(window->color().alpha(), 0);
     bridge.dashboard->setRounded(false);
     driver->settle();
-    EXPECT_EQ(window->grabWindow().pixelColor(0, 0).alpha(), 255);
+    EXPECT_EQ(window->color().alpha(), 255);
 }
 
 // Takes the port that the bridge listens on.

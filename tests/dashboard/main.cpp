@@ -24,7 +24,7 @@ int main(int count, char** arguments) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     bridge::prepareProcess();
-    qInstallMessageHandler(handle);
     const QGuiApplication application(count, arguments);
+    qInstallMessageHandler(handle); // from here on: what the machine lacks is said at the start
     return RUN_ALL_TESTS();
 }

@@ -68,8 +68,9 @@ TEST_F(Pairing, ShowsThatItIsUnderWayAndIsDoneOnce) {
     driver->press(Qt::Key_Return);
     EXPECT_TRUE(model().pairingInProgress.get());
     EXPECT_EQ(driver->value<QString>("pair", "text"), "Pairing…");
-    EXPECT_FALSE(driver->isEnabled("pair"));
-    EXPECT_FALSE(driver->isEnabled("pairingCode"));
+    EXPECT_TRUE(driver->value<bool>("pair", "busy"));
+    driver->type("x");
+    EXPECT_EQ(code(), "abcd");
     driver->click("pair");
     driver->press(Qt::Key_Return);
     EXPECT_EQ(bridge.agentServer->requests().size(), 1u);

@@ -130,7 +130,7 @@ TEST_F(Resources, AreReachedByArrowsHoweverManyThereAre) {
     driver->press(Qt::Key_Backtab);
     EXPECT_EQ(driver->focused(), "pick.0001");
     driver->press(Qt::Key_Backtab);
-    EXPECT_EQ(driver->focused(), "selectAll.calendar");
+    EXPECT_EQ(driver->focused(), "selectNone.calendar");
 }
 
 TEST_F(Resources, KeepALongTitleInTheirRow) {

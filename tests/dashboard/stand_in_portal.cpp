@@ -38,7 +38,8 @@ StandInPortal::StandInPortal() {
     const auto configuration = m_folder.file("bus.conf");
     putFile(configuration,
             "<busconfig><type>session</type><keep_umask/><listen>unix:tmpdir=" + m_folder.path().string() +
-                "</listen><policy context=\"default\"><allow send_destination=\"*\"/>"
+                "</listen><policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/>"
+                "<allow eavesdrop=\"true\"/>"
                 "<allow own=\"*\"/></policy></busconfig>");
     m_daemon.emplace(
         std::vector<std::string>{"dbus-daemon", "--nofork", "--print-address=1", "--config-file=" + configuration},

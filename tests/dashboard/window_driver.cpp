@@ -113,6 +113,13 @@ void WindowDriver::settle() {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         m_loop.turn();
     }
+    // Lists make their rows when a frame is due.
+    bool drawn = !m_window.isExposed();
+    const auto watch = QObject::connect(&m_window, &QQuickWindow::afterRendering, [&] { drawn = true; });
+    m_window.update();
+    for (const QDeadlineTimer givingUp(1000); !drawn && !givingUp.hasExpired();)
+        QCoreApplication::processEvents();
+    QObject::disconnect(watch);
 }
 
 bool WindowDriver::eventually(const std::function<bool()>& isReached) {

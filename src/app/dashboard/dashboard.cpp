@@ -25,8 +25,10 @@ struct Dashboard::State {
 
 namespace {
 
-// Drawn by the processor: such a small panel is there faster, in a third of the memory.
+// Drawn by the processor: such a small panel is there faster, in a third of the memory. Once: it is the process's.
 void chooseRenderer() {
+    static bool chosen = false;
+    if (std::exchange(chosen, true)) return;
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
     QQuickWindow::setDefaultAlphaBuffer(true);

@@ -18,8 +18,8 @@ public:
         return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
     }
     QVariant data(const QModelIndex& index, int role) const override {
-        return checkIndex(index, CheckIndexOption::IndexIsValid) ? m_rows[static_cast<size_t>(index.row())].value(role)
-                                                                 : QVariant();
+        const auto at = static_cast<size_t>(index.row()); // of none it is -1
+        return at < m_rows.size() ? m_rows[at].value(role) : QVariant();
     }
 
     const std::vector<Row>& rows() const { return m_rows; }

@@ -14,6 +14,9 @@ T.CheckBox {
     onClicked: { switched(checked); checked = Qt.binding(() => on) }
     Accessible.name: text
     Accessible.description: detail
+    Accessible.checkable: true
+    Accessible.checked: on
+    Accessible.focusable: true
     Accessible.ignored: !visible
     Accessible.onToggleAction: if (enabled) switched(!on)
     Accessible.onPressAction: if (enabled) switched(!on)

@@ -24,6 +24,9 @@ Window {
     LayoutMirroring.childrenInherit: true
     onVisibleChanged: if (visible) panel.refreshOnOpening()
     onActiveFocusItemChanged: {
+        if (!panel.consent.service) content.hadFocus = activeFocusItem
+        // What is clicked is in sight, and must stay below the pointer.
+        if (!activeFocusItem || activeFocusItem.visualFocus === false) return
         for (let each = activeFocusItem; each; each = each.parent)
             if (each === body) return view.reveal(activeFocusItem, 0, activeFocusItem.height)
     }
@@ -38,7 +41,8 @@ Window {
     Rectangle {
         id: content
 
-        property Item hadFocus: null
+        property Item hadFocus: null // before the question
+        function takeFocusBack() { if (hadFocus) hadFocus.forceActiveFocus(Qt.TabFocusReason) }
 
         anchors.fill: parent
         radius: dashboard.corner
@@ -141,10 +145,7 @@ Window {
         id: consent
         anchors.fill: parent
         consent: dashboard.panel.consent
-        onVisibleChanged: {
-            if (visible) content.hadFocus = dashboard.activeFocusItem
-            else if (content.hadFocus) content.hadFocus.forceActiveFocus(Qt.OtherFocusReason)
-        }
+        onVisibleChanged: if (!visible) Qt.callLater(content.takeFocusBack)
     }
     Rectangle {
         anchors.fill: parent

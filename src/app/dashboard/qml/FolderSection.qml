@@ -79,7 +79,6 @@ Column {
             symbol: "plus"
             text: Texts.addFolder
             busy: section.folders.isChoosing
-            enabled: !busy
             onClicked: section.folders.add()
         }
     }

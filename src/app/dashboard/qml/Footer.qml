@@ -26,7 +26,6 @@ Item {
                 symbol: "refresh"
                 text: Texts.refresh
                 busy: footer.panel.isRefreshing
-                enabled: !busy
                 onClicked: footer.panel.refresh()
             }
             PushButton {

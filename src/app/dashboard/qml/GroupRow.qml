@@ -87,7 +87,6 @@ Column {
                 primary: row.group.access === GroupItem.GrantAccess
                 text: primary ? Texts.grantAccess : Texts.openSettings
                 busy: row.group.accessUnderWay
-                enabled: !busy
                 Accessible.name: Texts.forWhat(text, row.group.title)
                 onClicked: row.group.getAccess()
             }

@@ -11,6 +11,7 @@ T.Button {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
     Accessible.name: text
+    Accessible.description: enabled ? "" : Texts.dimmed
     Accessible.ignored: !visible
     Accessible.onPressAction: if (enabled) clicked()
 

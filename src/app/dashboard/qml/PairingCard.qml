@@ -67,7 +67,6 @@ Card {
             anchors { right: parent.right; rightMargin: 16; verticalCenter: parent.verticalCenter }
             text: Texts.unpair
             busy: card.pairing.inProgress
-            enabled: !busy
             onClicked: card.pairing.unpair()
         }
     }
@@ -101,7 +100,7 @@ Card {
                 objectName: "pairingCode"
                 anchors { left: parent.left; leftMargin: Theme.indent; right: pair.left; rightMargin: 10 }
                 bad: card.pairing.hasFailed
-                enabled: !card.pairing.inProgress
+                readOnly: card.pairing.inProgress
                 inputMethodHints: Qt.ImhNoPredictiveText | Qt.ImhPreferUppercase
                 Accessible.name: Texts.pairingCode
                 Accessible.description: Texts.codeHint
@@ -114,7 +113,6 @@ Card {
                 primary: true
                 text: busy ? Texts.isPairing : Texts.pair
                 busy: card.pairing.inProgress
-                enabled: !busy
                 onClicked: card.pairing.pair(code.text)
             }
         }

@@ -12,11 +12,11 @@ T.Button {
     implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, 30)
     implicitHeight: Math.max(30, implicitContentHeight + 12)
     leftPadding: 12; rightPadding: 12
-    opacity: enabled ? 1 : 0.45
+    opacity: enabled && !busy ? 1 : 0.45
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
     Accessible.name: text
-    Accessible.description: busy ? Texts.busy : ""
+    Accessible.description: busy ? Texts.busy : enabled ? "" : Texts.dimmed
     Accessible.ignored: !visible
     Accessible.onPressAction: if (enabled) clicked()
 

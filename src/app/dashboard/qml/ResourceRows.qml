@@ -9,14 +9,18 @@ FocusScope {
     required property ResourceList resources
     required property Viewport viewport
     property int current: 0
-    property real above: 0 // of this, what is hidden above the viewport
 
     implicitHeight: resources.count * Theme.row
     activeFocusOnTab: resources.count > 0
     Accessible.role: Accessible.List
     Accessible.ignored: !visible
 
-    function place() { above = Math.max(0, list.mapFromItem(viewport, 0, 0).y) }
+    function place() {
+        const above = list.mapFromItem(viewport, 0, 0).y // what of this is hidden above the viewport
+        const y = Math.max(0, Math.min(list.height - rows.height, Math.floor(above / Theme.row - 1) * Theme.row))
+        rows.y = y
+        rows.contentY = y
+    }
     function go(row) {
         current = Math.max(0, Math.min(resources.count - 1, row))
         viewport.reveal(list, current * Theme.row, Theme.row)
@@ -35,7 +39,14 @@ FocusScope {
         return false
     }
 
-    onActiveFocusChanged: if (activeFocus) viewport.reveal(list, current * Theme.row, Theme.row)
+    // A click is in sight already, and must not find another row below it at the end.
+    function comeIntoSight() {
+        const item = rows.itemAtIndex(current)
+        if (activeFocus && !(item && item.focusReason === Qt.MouseFocusReason)) viewport.reveal(list, current * Theme.row, Theme.row)
+    }
+
+    onActiveFocusChanged: if (activeFocus) Qt.callLater(comeIntoSight)
+    onHeightChanged: place()
     Keys.onUpPressed: go(current - 1)
     Keys.onDownPressed: go(current + 1)
     Keys.onPressed: event => {
@@ -63,8 +74,8 @@ FocusScope {
 
         width: parent.width
         height: Math.min(list.height, tallest)
-        y: Math.max(0, Math.min(list.height - height, Math.floor(list.above / Theme.row - 1) * Theme.row))
-        contentY: y
+        focus: true
+        currentIndex: -1 // ours is the list's
         interactive: false
         model: list.resources
         delegate: CheckRow {
@@ -79,8 +90,8 @@ FocusScope {
             text: title
             detail: account
             on: authorized
-            focus: index === list.current
             focusPolicy: Qt.NoFocus // the list is the stop
+            Component.onCompleted: focus = Qt.binding(() => index === list.current)
             onPressed: { list.current = index; list.forceActiveFocus(Qt.MouseFocusReason) }
             onSwitched: on => list.resources.setAuthorized(identifier, on)
         }

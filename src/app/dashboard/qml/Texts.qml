@@ -60,6 +60,7 @@ QtObject {
     readonly property string expanded: "expanded"
     readonly property string collapsed: "collapsed"
     readonly property string busy: "busy"
+    readonly property string dimmed: "unavailable"
     function forWhat(action, what) { return action + ": " + what }
 
     // By the names of the states.

@@ -52,7 +52,7 @@ QtObject {
     function tint(group) {
         return {
             calendar: "#e5483f", reminders: "#d97a00", contacts: "#77777f", music: "#e02f57", files: "#1689b8",
-            pages: "#c98a00", numbers: "#219247", keynote: "#2b6fe0", locationMaps: "#7a55e8"
+            pages: "#b87a00", numbers: "#219247", keynote: "#2b6fe0", locationMaps: "#7a55e8"
         }[group] ?? "#77777f"
     }
     function symbol(group) {

@@ -20,6 +20,9 @@ T.Switch {
     Keys.onEnterPressed: switched(!on)
     Accessible.name: text
     Accessible.description: detail
+    Accessible.checkable: true
+    Accessible.checked: on
+    Accessible.focusable: true
     Accessible.ignored: !visible
     Accessible.onToggleAction: if (enabled) switched(!on)
     Accessible.onPressAction: if (enabled) switched(!on)

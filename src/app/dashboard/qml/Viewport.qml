@@ -15,6 +15,7 @@ Flickable {
     function limited(y) { return Math.max(0, Math.min(contentHeight - height, y)) }
     // Scrolls as little as possible until this part of the item is in sight.
     function reveal(item, from, length) {
+        held = null
         const top = item.mapToItem(contentItem, 0, from).y - 12
         const bottom = top + length + 28
         if (top < contentY) contentY = limited(top)
