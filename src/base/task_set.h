@@ -10,6 +10,15 @@ namespace bridge {
 // rest. A task that ends with an exception takes it along unseen. On the loop's thread only.
 class TaskSet {
 public:
+    TaskSet() = default;
+    TaskSet(const TaskSet&) = delete;
+    TaskSet& operator=(const TaskSet&) = delete;
+    // The latest first: one that queues behind another must not get its turn by the other's end.
+    ~TaskSet() {
+        while (!m_tasks.empty())
+            m_tasks.pop_back();
+    }
+
     void start(Task<> task) {
         std::erase_if(m_tasks, [](const Task<>& each) { return each.done(); });
         task.start();
