@@ -166,8 +166,8 @@ TEST_P(HTTPClientContract, NobodyThereIsAnError) {
 }
 
 TEST_P(HTTPClientContract, SpeaksHTTPOnly) {
-    for (const auto* url : {"file:///etc/hostname", "ftp://127.0.0.1/", "gopher://127.0.0.1/",
-                            "", "http://", "http://127.0.0.1:1/\r\nX-Odd: 1"}) {
+    for (const auto* url : {"file:///etc/hostname", "ftp://127.0.0.1/", "gopher://127.0.0.1/", "", "http://",
+                            "http://127.0.0.1:1/\r\nX-Odd: 1"}) {
         auto sent = request();
         sent.url = url;
         EXPECT_EQ(failure(sent), "failed") << url;
