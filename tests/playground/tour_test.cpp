@@ -54,6 +54,17 @@ TEST(Tour, EndsWithALineForCurl) {
     EXPECT_THAT(found[1].str(), testing::MatchesRegex("[A-Za-z0-9_-]{43}"));
 }
 
+TEST(Tour, SaysWhatThisMachineLacks) {
+    const TemporaryFolder temporary;
+    const std::string programs = getenv("PATH");
+    setenv("PATH", temporary.path().c_str(), 1);
+    const auto ended = runPlayground(temporary, {});
+    setenv("PATH", programs.c_str(), 1);
+    EXPECT_EQ(ended.status, whenTouredHere);
+    EXPECT_THAT(ended.output, testing::HasSubstr("\nNot everything could be shown. Valhalla needs node, which is not "
+                                                 "installed.\n"));
+}
+
 TEST(Tour, ThrowsItsProfileAway) {
     const TemporaryFolder temporary;
     runPlayground(temporary, {});
