@@ -21,6 +21,7 @@ public:
         if (failure) throw PlatformError(*failure);
         co_return found;
     }
+    std::string description() const override { return "a script"; }
 };
 
 } // namespace bridge
