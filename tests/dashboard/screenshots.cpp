@@ -50,11 +50,8 @@ public:
         m_driver->reveal("resources.calendar");
         take("calendars");
 
-        for (const auto* name : {"Documents", "Projects"}) {
-            std::filesystem::create_directory(m_bridge.folder / name);
-            model.files.addFolder(m_bridge.folder.file(name));
-        }
-        model.readOnlyFolderIDs.set({model.files.roots.get()[1].id});
+        model.files.roots.set({{"1", "Documents", "/home/kim/Documents"}, {"2", "Archive", "/media/archive"}});
+        model.readOnlyFolderIDs.set({"2"});
         m_driver->click("group.files");
         m_driver->reveal("addFolder");
         take("folders");
