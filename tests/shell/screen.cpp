@@ -86,7 +86,6 @@ std::string Screen::tell(const std::vector<std::string>& words) {
 std::optional<WindowPlace> Screen::find(const std::vector<std::string>& which, bool (*isWanted)(const WindowPlace&)) {
     std::vector<std::string> words{"search"};
     words.insert(words.end(), which.begin(), which.end());
-    words.insert(words.end(), {"--name", "^Brindlefox Apple Bridge$"});
     std::istringstream windows(tell(words));
     for (std::string window; std::getline(windows, window);) {
         std::istringstream lines(tell({"getwindowgeometry", "--shell", window}));
@@ -101,12 +100,14 @@ std::optional<WindowPlace> Screen::find(const std::vector<std::string>& which, b
 }
 
 std::optional<WindowPlace> Screen::popover() {
-    return find({"--onlyvisible"}, [](const WindowPlace& place) { return place.width > 100; });
+    return find({"--onlyvisible", "--name", "^Brindlefox Apple Bridge$"},
+                [](const WindowPlace& place) { return place.width > 100; });
 }
 
 std::optional<WindowPlace> Screen::icon() {
     // Until the panel has taken it, it is a window in the corner. A panel that paints icons itself keeps it unseen.
-    return find({}, [](const WindowPlace& place) { return place.width < 100 && place.y > 900; });
+    return find({"--class", "brindlefox-apple-bridge"},
+                [](const WindowPlace& place) { return place.width < 100 && place.y > 900; });
 }
 
 void Screen::click(const WindowPlace& place) {

@@ -55,7 +55,9 @@ void StatusItem::useTrayAsNeeded() {
             m_tray = std::make_unique<QSystemTrayIcon>(m_notifier.looks().icon);
             m_tray->setToolTip(m_notifier.looks().title);
             connect(m_tray.get(), &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
-                if (reason != QSystemTrayIcon::Trigger && reason != QSystemTrayIcon::Context) return;
+                // The second of two quick clicks comes as this and as nothing else.
+                const bool isSecond = reason == QSystemTrayIcon::DoubleClick;
+                if (!isSecond && reason != QSystemTrayIcon::Trigger && reason != QSystemTrayIcon::Context) return;
                 const auto place = m_tray->geometry();
                 emit clicked(place.isValid() ? place : QRect(QCursor::pos(), QSize(1, 1)));
             });
