@@ -49,6 +49,7 @@ QColor colour(const QVariant& value) {
 Appearance::Appearance(const QDBusConnection& bus) {
     qApp->installEventFilter(this);
     if (!bus.isConnected()) return;
+    qRegisterMetaType<QDBusVariant>(); // or the slot is not found
     qDBusRegisterMetaType<Settings>();
     auto connection = bus;
     connection.connect(service, path, interface, "SettingChanged", this, SLOT(setting(QString, QString, QDBusVariant)));
