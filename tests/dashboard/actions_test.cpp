@@ -18,8 +18,8 @@ Task<> fail() {
 }
 
 TEST(UserActions, RunSeveralAtOnceAndOneOfAName) {
-    Actions actions;
     Gate one, two;
+    Actions actions;
     int begun = 0;
     const auto through = [&](Gate& gate) {
         return [&] {
