@@ -58,7 +58,8 @@ struct Platform {
     std::unique_ptr<PrivacySettings> privacySettings;
 
     // In words for the user: what serves a group whose port doesn't say so itself, or what has to be installed. Asked
-    // at every refresh, since programs come and go; never slow.
+    // at every refresh, since programs come and go; never slow. They ask the ports above: whoever exchanges one exchanges
+    // its service, too.
     std::map<BridgeCapabilityGroup, std::function<std::string()>> services;
 };
 

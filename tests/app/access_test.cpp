@@ -1,3 +1,4 @@
+#include "app/location_managers.h"
 #include "app/no_consent_prompt.h"
 #include "tests/app/installation.h"
 
@@ -153,6 +154,7 @@ TEST_F(Access, IsChangedInTheSettingsWhereThePlatformHasTheSwitch) {
     EventLoop loop;
     auto platform = openEmbeddedPlatform(loop, folder.file("another profile"));
     platform.authorization = std::move(elsewhere);
+    platform.locationManager = openFixedLocation(loop, platform, folder.file("services.json"));
     BridgeCapabilityPolicy policy(*platform.defaults);
     BridgeModel other(loop, platform, policy);
     loop.runUntilDone(other.refresh());

@@ -48,9 +48,8 @@ class ProgramRun {
 public:
     // The calendars are the test's own and outlive the run.
     ProgramRun(const TemporaryFolder& folder, EventStore& calendars)
-        : platform(openEmbeddedPlatform(loop, folder.path())),
-          eventStore(putFailingStoreBefore(calendars, platform)),
-          consent(replaceBy(std::make_unique<ConsentFile>(folder / profile::consent, user), platform.authorization)) {}
+        : platform(openEmbeddedPlatform(loop, folder.path(), std::make_unique<ScriptedConsentPrompt>())),
+          eventStore(putFailingStoreBefore(calendars, platform)) {}
 
     void start() { loop.runUntilDone(model.start()); }
     void pair(StandInAgentServer& agentServer) { pair(agentServer.url(), agentServer.issueCode()); }
@@ -85,8 +84,8 @@ public:
     FailingEventStore& eventStore;
     std::unique_ptr<SecureStore> secrets = std::move(platform.secureStore);
     FailingSecureStore& secureStore = putFailingStoreBefore(*secrets, platform);
-    ScriptedConsentPrompt& user = replaceBy(std::make_unique<ScriptedConsentPrompt>(), platform.consentPrompt);
-    ConsentFile& consent;
+    ScriptedConsentPrompt& user = dynamic_cast<ScriptedConsentPrompt&>(*platform.consentPrompt);
+    ConsentFile& consent = dynamic_cast<ConsentFile&>(*platform.authorization);
     MemoryFolderChooser& folderChooser = replaceBy(std::make_unique<MemoryFolderChooser>(), platform.folderChooser);
     MemoryLoginItem& loginItem = replaceBy(std::make_unique<MemoryLoginItem>(), platform.loginItem);
     MemoryPrivacySettings& privacySettings =

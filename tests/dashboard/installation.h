@@ -53,10 +53,9 @@ public:
 // dashboard on it. Everything is asked for, nothing is enabled. The server is not started.
 class DashboardInstallation {
 public:
-    DashboardInstallation() : platform(openEmbeddedPlatform(loop, folder.path())) {
-        consent = put(platform.consentPrompt, std::make_unique<ConsentQuestion>());
-        authorization = put(platform.authorization,
-                            std::make_unique<ConsentFile>(folder.file(profile::consent), *platform.consentPrompt));
+    DashboardInstallation() : platform(openEmbeddedPlatform(loop, folder.path(), std::make_unique<ConsentQuestion>())) {
+        consent = dynamic_cast<ConsentQuestion*>(platform.consentPrompt.get());
+        authorization = dynamic_cast<ConsentFile*>(platform.authorization.get());
         calendars = put(platform.eventStore, std::make_unique<SampleEventStore>());
         agentServer = put(platform.httpClient, std::make_unique<ScriptedHTTPClient>());
         chooser = put(platform.folderChooser, std::make_unique<HeldFolderChooser>());

@@ -114,6 +114,7 @@ private:
             m_localSearch = &speakFor<ScriptedLocalSearch>(platform.localSearch);
             m_directions = &speakFor<ScriptedDirections>(platform.directions);
             m_alarmClock = &speakFor<ManualAlarmClock>(platform.alarmClock);
+            platform.services.clear(); // they ask those that have gone
             loop.runUntilDone(platform.secureStore->replace(BridgePairingStore::credentialItem(), credential));
             BridgeCapabilityPolicy policy(*platform.defaults);
             for (const auto group : allCapabilityGroups)
