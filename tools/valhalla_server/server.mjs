@@ -67,7 +67,10 @@ function failure(text) {
 let actor;
 async function answer(query) {
     try {
-        actor ??= start();
+        actor ??= start().catch((fault) => {
+            actor = undefined; // the next one tries again
+            throw fault;
+        });
         return [200, await (await actor).route(query)];
     } catch (fault) {
         return [400, failure(fault.message)];
@@ -76,7 +79,11 @@ async function answer(query) {
 
 http.createServer(async (request, response) => {
     let query = '';
-    for await (const part of request.setEncoding('utf8')) query += part;
+    try {
+        for await (const part of request.setEncoding('utf8')) query += part;
+    } catch {
+        return response.destroy(); // hung up in the middle
+    }
     const [status, body] = request.url === '/route' ? await answer(query) : [404, failure('Try any of: /route')];
     response.writeHead(status, { 'Content-Type': 'application/json;charset=utf-8' }).end(body);
 }).listen({ fd: 3 });

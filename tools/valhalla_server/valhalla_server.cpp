@@ -67,7 +67,7 @@ public:
 
 std::string ValhallaServer::hindrance() {
     if (!fs::exists(fs::path(package) / "index.js"))
-        return "Valhalla has not been fetched from npm; tools/fetch-npm build does that, when npm reaches its "
+        return "Valhalla has not been fetched from npm; tools/fetch-npm try does that, when npm reaches its "
                "registry.";
     for (const auto* program : {"node", "python3"})
         if (!isInstalled(program)) return std::string("Valhalla needs ") + program + ", which is not installed.";

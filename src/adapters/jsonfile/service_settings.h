@@ -23,8 +23,7 @@ struct ServiceSettings {
 
     // What the file says and we can't use, by its key, in a sentence for the user that begins with the place in the
     // file: "services.json, .location.latitude: expected a number from -90 to 90". A fault of the whole file stands
-    // under
-    // "". What has a fault counts as not set; the other settings hold.
+    // under "". What has a fault counts as not set; the other settings hold.
     std::map<std::string, std::string, std::less<>> faults;
 
     // What is wrong with this setting, or with the file that might hold it; empty when nothing is.

@@ -4,7 +4,7 @@ namespace bridge {
 
 Task<LocationFix> FixedPlace::locate() {
     if (!m_place)
-        throw PlatformError((m_fault.empty() ? "" : m_fault + " ") +
+        throw PlatformError((m_fault.empty() ? "" : m_fault + ". ") +
                             "Nothing here finds the location of this computer, and none is set. To set it, write "
                             "{\"location\": {\"latitude\": 52.52, \"longitude\": 13.405}} with your own degrees into " +
                             m_settingsFile + " and start Brindlefox Apple Bridge again.");

@@ -22,6 +22,7 @@ NominatimSearch::NominatimSearch(HTTPClient& client, const Clock& clock, Pause p
 
 Task<std::vector<MapItem>> NominatimSearch::search(LocalSearchQuery query) {
     auto request = nominatim::searchRequest(m_server, query);
+    const auto guard = co_await m_turns.lock();
     co_await turn();
     std::optional<HTTPResponse> response;
     try {
@@ -34,7 +35,6 @@ Task<std::vector<MapItem>> NominatimSearch::search(LocalSearchQuery query) {
 
 // Ends when a request may leave. Whoever is dropped while waiting takes no turn from those behind.
 Task<void> NominatimSearch::turn() {
-    const auto guard = co_await m_turns.lock();
     // A pause may end a little early by the clock that counts here.
     for (auto wait = m_nextTurn - m_clock.uptime(); wait.count() > 0; wait = m_nextTurn - m_clock.uptime())
         co_await m_pause(wait);

@@ -17,8 +17,9 @@ struct NominatimServer {
 };
 
 // Any server that speaks Nominatim's interface: addresses, shops and sights of OpenStreetMap, with phones and web
-// addresses. The server is told what is looked for, and around where. No more than one request a second leaves for it;
-// who comes sooner waits for a turn, and is given one in the order of coming.
+// addresses. The server is told what is looked for, and around where. No more than one request a second leaves for it,
+// and none before the one before it was answered; who comes sooner waits for a turn, and is given one in the order of
+// coming.
 class NominatimSearch : public LocalSearch {
 public:
     // Ends after that time; a dropped one is not missed.

@@ -23,8 +23,11 @@ double metresIn(const std::string& unit) {
 }
 
 Route routeOf(Trip trip) {
-    if (trip.summary.length < 0 || trip.summary.time < 0)
-        throw DecodingError(".trip.summary: expected no negative numbers");
+    // Longer and later than any way on Earth.
+    constexpr double most = 1e9;
+    const auto isPlausible = [](double number) { return number >= 0 && number < most; };
+    if (!isPlausible(trip.summary.length) || !isPlausible(trip.summary.time))
+        throw DecodingError(".trip.summary: expected a length and a time of a way");
     Route route;
     route.name = nameOf(trip);
     // The server counts thousandths; what a double adds behind them is noise.

@@ -41,8 +41,8 @@ TEST(FixedPlace, ThatNobodySetSaysHowToSetIt) {
 }
 
 TEST(FixedPlace, ThatWasSetWronglySaysWhatIsWrong) {
-    EXPECT_THAT(failureOf({std::nullopt, "services.json", "services.json is damaged.", clock}),
-                testing::StartsWith("services.json is damaged. Nothing here"));
+    EXPECT_THAT(failureOf({std::nullopt, "services.json", "services.json, .location: expected an object", clock}),
+                testing::StartsWith("services.json, .location: expected an object. Nothing here"));
 }
 
 } // namespace

@@ -203,6 +203,7 @@ TEST_F(ValhallaDirectionsTest, RefuseWrongTypesWhereverTheyAre) {
                              R"({"trip":{"legs":[],"summary":{"length":1},"units":"kilometers"}})",
                              R"({"trip":{"legs":[],"summary":{"length":-1,"time":1},"units":"kilometers"}})",
                              R"({"trip":{"legs":[],"summary":{"length":1,"time":-1},"units":"kilometers"}})",
+                             R"({"trip":{"legs":[],"summary":{"length":1e303,"time":1},"units":"kilometers"}})",
                              R"({"trip":{"legs":[],"summary":{"length":1,"time":1},"units":"leagues"}})"})
         EXPECT_THAT(failure(200, body), StartsWith("The directions server's answer is not Valhalla's: ")) << body;
     for (const auto* maneuver : {"1", "{}", R"({"length":"1"})", R"({"length":1,"instruction":5})",
