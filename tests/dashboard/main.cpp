@@ -18,19 +18,6 @@ void handle(QtMsgType type, const QMessageLogContext& context, const QString& me
 
 } // namespace
 
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-// Qt Quick keeps pictures that are no longer shown for half a minute, and at the end of the program drops them. Only
-// whole stacks tell these from what might be ours, and Qt's can't be walked the fast way.
-extern "C" const char* __lsan_default_suppressions() {
-    return "leak:QQuickPixmap::load\nleak:QQuickImage::updatePaintNode\n";
-}
-extern "C" const char* __asan_default_options() {
-    return "fast_unwind_on_malloc=0";
-}
-#endif
-#endif
-
 int main(int count, char** arguments) {
     testing::InitGoogleTest(&count, arguments);
     // On no screen, with the same letters everywhere, and with nobody's wishes for colours.
