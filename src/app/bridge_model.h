@@ -111,6 +111,8 @@ public:
     // Nothing while an exchange is under way.
     Published<std::optional<std::string>> pairingStatusMessage;
     Published<std::optional<std::string>> lastError;
+    // Or else of what could not be read; false without one.
+    bool lastErrorIsOfAnAction() const { return m_actionFailure.has_value(); }
     // By the number of the group.
     Published<std::array<std::string, capabilityGroupCount>> services;
     // Those of `files.roots` in which nothing can be changed.
