@@ -82,6 +82,24 @@ TEST_F(Looks, ChangeWithThePortal) {
     EXPECT_EQ(appearance.accent(), ours);
 }
 
+TEST_F(Looks, AreWithoutMotionWhereOneOfTwoSettingsSaysSo) {
+    if (!StandInPortal::isPossible()) GTEST_SKIP() << "needs dbus-daemon (package dbus)";
+    StandInPortal portal;
+    portal.settings[common] = {{"color-scheme", 1u}, {"reduced-motion", 0u}};
+    portal.settings[gnome] = {{"enable-animations", false}};
+    portal.open();
+    Appearance appearance(portal.client());
+    ASSERT_TRUE(eventually([&] { return appearance.isDark(); }));
+    EXPECT_TRUE(appearance.isMotionReduced());
+    portal.change(common, "reduced-motion", 1u);
+    portal.change(gnome, "enable-animations", true);
+    portal.change(common, "contrast", 1u);
+    ASSERT_TRUE(eventually([&] { return appearance.isHighContrast(); }));
+    EXPECT_TRUE(appearance.isMotionReduced());
+    portal.change(common, "reduced-motion", 0u);
+    EXPECT_TRUE(eventually([&] { return !appearance.isMotionReduced(); }));
+}
+
 TEST(Contrast, IsMeasuredAsTheGuidelinesDo) {
     EXPECT_NEAR(contrast(Qt::black, Qt::white), 21, 0.01);
     EXPECT_NEAR(contrast(Qt::white, Qt::white), 1, 0.01);

@@ -96,9 +96,9 @@ void Appearance::take(const QString& group, const QString& key, const QVariant& 
     else if (group == common && key == "accent-color")
         m_accent = colour(value);
     else if (group == common && key == "reduced-motion")
-        m_isMotionReduced = value.toUInt() == 1;
+        m_wantsLessMotion = value.toUInt() == 1;
     else if (group == gnome && key == "enable-animations")
-        m_isMotionReduced = !value.toBool();
+        m_animates = value.toBool();
     else if (group == gnome && key == "text-scaling-factor")
         m_textScale = std::clamp(value.toDouble(), 0.75, 2.0);
 }

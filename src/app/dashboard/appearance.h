@@ -31,7 +31,7 @@ public:
 
     bool isDark() const;
     bool isHighContrast() const { return m_isHighContrast; }
-    bool isMotionReduced() const { return m_isMotionReduced; }
+    bool isMotionReduced() const { return m_wantsLessMotion || !m_animates; }
     QColor accent() const;
     QColor accentText() const;
     double textScale() const { return m_textScale; }
@@ -52,7 +52,9 @@ private:
 
     Scheme m_scheme = Scheme::noPreference;
     bool m_isHighContrast = false;
-    bool m_isMotionReduced = false;
+    // Two settings for the same: one is enough.
+    bool m_wantsLessMotion = false;
+    bool m_animates = true;
     QColor m_accent; // invalid without a wish
     double m_textScale = 1;
 };
