@@ -16,10 +16,10 @@ Column {
     signal moved(int step)
 
     readonly property alias head: head
-    readonly property string state: Texts.permissionState(group.permission)
+    readonly property string stateLabel: Texts.permissionState(group.permission)
     readonly property string permission: {
         const name = Texts.permissionName(group.key)
-        return state && name ? name + ": " + state : state
+        return stateLabel && name ? name + ": " + stateLabel : stateLabel
     }
 
     Item {
