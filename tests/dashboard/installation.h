@@ -5,6 +5,7 @@
 #include "app/dashboard/dashboard.h"
 #include "tests/base/gate.h"
 #include "tests/fakes/sample_event_store.h"
+#include "tests/fakes/scripted_authorization.h"
 #include "tests/fakes/scripted_http_client.h"
 #include "tests/support/temporary_folder.h"
 
@@ -32,7 +33,12 @@ private:
 class CountedPrivacySettings : public PrivacySettings {
 public:
     int opened = 0;
-    void open() override { ++opened; }
+    std::string failure; // of the next calls, while it is set
+
+    void open() override {
+        ++opened;
+        if (!failure.empty()) throw PlatformError(failure);
+    }
 };
 
 // A folder chooser that stays open until the test answers.
@@ -69,7 +75,7 @@ public:
         policy = std::make_unique<BridgeCapabilityPolicy>(*platform.defaults);
         model = std::make_unique<BridgeModel>(loop, platform, *policy);
         loop.runUntilDone(model->refresh());
-        dashboard = std::make_unique<Dashboard>(*model, *consent);
+        dashboard = std::make_unique<Dashboard>(*model, *consent, QDBusConnection("none"));
     }
 
     void grantEverything() {
@@ -78,9 +84,22 @@ public:
             authorization->setStatus(service, 3);
     }
 
+    // Puts before the calendars a store that the test steps into.
+    template <typename Watching> Watching* watchCalendars() {
+        realCalendars = std::move(platform.eventStore);
+        return put(platform.eventStore, std::make_unique<Watching>(*realCalendars));
+    }
+    // From now on they are the desktop's, as where it has the switches.
+    ScriptedAuthorization* takePermissionsFromTheDesktop() {
+        ownAnswers = std::move(platform.authorization);
+        return put(platform.authorization, std::make_unique<ScriptedAuthorization>());
+    }
+
     TemporaryFolder folder;
     EventLoop loop;
-    Platform platform;
+    std::unique_ptr<EventStore> realCalendars;
+    std::unique_ptr<Authorization> ownAnswers;
+    Platform platform; // uses all of the above
     ConsentQuestion* consent;
     ConsentFile* authorization;
     SampleEventStore* calendars;

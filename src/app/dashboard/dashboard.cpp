@@ -14,13 +14,14 @@ namespace bridge {
 
 struct Dashboard::State {
     Panel panel;
-    Appearance appearance{QDBusConnection::sessionBus()};
+    Appearance appearance;
     bool hadModal = false;
     bool rounded = false;
     QQuickWindow* window = nullptr;
     QQmlApplicationEngine engine; // goes first: it shows all of the above
 
-    State(BridgeModel& model, ConsentQuestion& consent) : panel(model, consent) {}
+    State(BridgeModel& model, ConsentQuestion& consent, const QDBusConnection& bus)
+        : panel(model, consent), appearance(bus) {}
 };
 
 namespace {
@@ -36,7 +37,8 @@ void chooseRenderer() {
 
 } // namespace
 
-Dashboard::Dashboard(BridgeModel& model, ConsentQuestion& consent) : m_state(std::make_unique<State>(model, consent)) {
+Dashboard::Dashboard(BridgeModel& model, ConsentQuestion& consent, const QDBusConnection& bus)
+    : m_state(std::make_unique<State>(model, consent, bus)) {
     const auto tell = [this] {
         if (m_state->hadModal == hasModal()) return;
         m_state->hadModal = hasModal();

@@ -3,6 +3,7 @@
 #include "app/bridge_model.h"
 #include "app/dashboard/consent_question.h"
 
+#include <QDBusConnection>
 #include <QObject>
 
 #include <memory>
@@ -18,7 +19,8 @@ class Dashboard : public QObject {
     Q_OBJECT
 
 public:
-    Dashboard(BridgeModel& model, ConsentQuestion& consent);
+    // `bus` is where the desktop's portal is.
+    Dashboard(BridgeModel& model, ConsentQuestion& consent, const QDBusConnection& bus);
     ~Dashboard() override;
 
     // Hidden, 640 by 780, and its own to be placed and shown. Engine and window are made by the first call and kept.

@@ -8,7 +8,7 @@
 namespace bridge {
 
 BridgeAppDelegate::BridgeAppDelegate(BridgeModel& bridgeModel, ConsentQuestion& consent, const QDBusConnection& bus)
-    : model(bridgeModel), m_bus(bus), m_dashboard(std::make_unique<Dashboard>(model, consent)) {
+    : model(bridgeModel), m_bus(bus), m_dashboard(std::make_unique<Dashboard>(model, consent, bus)) {
     connect(m_dashboard.get(), &Dashboard::quitRequested, this, &BridgeAppDelegate::quitRequested);
     connect(m_dashboard.get(), &Dashboard::attentionRequested, this, [this] { showDashboard({}); });
     connect(m_dashboard.get(), &Dashboard::dismissed, this, [this] { dashboardPopover->hide(); });
