@@ -40,20 +40,35 @@ TEST(UserActions, RunSeveralAtOnceAndOneOfAName) {
     EXPECT_EQ(begun, 3);
 }
 
+TEST(UserActions, RunSeveralOfANameWhereEachCounts) {
+    Gate first, second;
+    Actions actions;
+    actions.startAlways("one", [&] { return pass(&first); });
+    actions.startAlways("one", [&] { return pass(&second); });
+    EXPECT_TRUE(first.isAwaited());
+    EXPECT_TRUE(second.isAwaited());
+    first.open();
+    EXPECT_TRUE(actions.isUnderWay("one"));
+    second.open();
+    EXPECT_FALSE(actions.isUnderWay("one"));
+    EXPECT_TRUE(actions.repeatLast());
+    EXPECT_TRUE(second.isAwaited());
+}
+
 TEST(UserActions, TellWhenTheyEndAlsoWhenTheyFail) {
     Actions actions;
     int ended = 0;
-    actions.start("fails", fail, [&] { ++ended; });
-    actions.start(
+    actions.startUnrepeated("fails", fail, [&] { ++ended; });
+    actions.startUnrepeated(
         "done", [] { return done(); }, [&] { ++ended; });
     EXPECT_EQ(ended, 2);
     EXPECT_FALSE(actions.isUnderWay("fails"));
 }
 
-TEST(UserActions, CanBeRepeatedButNotWhatNobodyAskedFor) {
+TEST(UserActions, CanBeRepeatedWhereTheyAreMeantToBe) {
     Actions actions;
     EXPECT_FALSE(actions.repeatLast());
-    int wanted = 0, unasked = 0;
+    int wanted = 0, unrepeated = 0;
     const auto count = [](int& number) {
         return [&number] {
             ++number;
@@ -61,11 +76,11 @@ TEST(UserActions, CanBeRepeatedButNotWhatNobodyAskedFor) {
         };
     };
     actions.start("wanted", count(wanted));
-    actions.startUnasked("unasked", count(unasked));
+    actions.startUnrepeated("unrepeated", count(unrepeated));
     EXPECT_TRUE(actions.repeatLast());
     EXPECT_TRUE(actions.repeatLast());
     EXPECT_EQ(wanted, 3);
-    EXPECT_EQ(unasked, 1);
+    EXPECT_EQ(unrepeated, 1);
 }
 
 TEST(UserActions, EndWithTheDashboard) {

@@ -119,19 +119,37 @@ TEST_F(Groups, OfferWhatHelpsWithThePermission) {
     EXPECT_EQ(driver->value<QString>("access.locationMaps", "text"), "Grant access");
     for (const auto* group : {"files", "pages", "numbers", "keynote"})
         EXPECT_EQ(driver->find(QString("access.") + group), nullptr);
-    // Restricted: neither the user nor we can grant it here.
-    bridge.authorization->setStatus(PrivacyService::music, 2);
-    bridge.loop.runUntilDone(model().refresh());
-    driver->settle();
-    const bool offers = model().accessAction(PrivacyService::music) != AccessAction::none;
-    EXPECT_EQ(driver->find("access.music") != nullptr, offers);
+    bridge.authorization->setStatus(PrivacyService::contacts, 2); // denied, which can be asked again
+    bridge.authorization->setStatus(PrivacyService::music, 2);    // restricted: neither the user nor we can grant it
+    driver->click("refresh");
+    EXPECT_EQ(driver->value<QString>("access.contacts", "text"), "Grant access");
+    EXPECT_EQ(driver->texts("permission.music"), QStringList("Restricted"));
+    EXPECT_EQ(driver->find("access.music"), nullptr);
+}
+
+TEST_F(Groups, OpenTheSettingsWhereThePlatformHasTheSwitch) {
+    bridge.takePermissionsFromTheDesktop()->statuses = {{PrivacyService::calendar, 2}, {PrivacyService::reminders, 0}};
+    open();
+    EXPECT_EQ(driver->value<QString>("access.calendar", "text"), "Open Settings");
+    EXPECT_EQ(driver->value<QString>("access.reminders", "text"), "Grant access");
+    driver->click("access.calendar");
+    EXPECT_EQ(bridge.privacySettings->opened, 1);
+    bridge.privacySettings->failure = "There is no such page here.";
+    driver->click("access.calendar");
+    EXPECT_EQ(driver->texts("lastError"), (QStringList{"There is no such page here.", "Try again"}));
+    driver->click("tryAgain");
+    EXPECT_EQ(bridge.privacySettings->opened, 3);
 }
 
 TEST_F(Groups, SayWhatServesThem) {
+    bridge.platform.services[BridgeCapabilityGroup::keynote] = [] { return ""; };
     openAt("calendar");
     EXPECT_EQ(driver->texts("servedBy.calendar"), QStringList("memory"));
+    driver->click("group.music");
+    EXPECT_EQ(driver->texts("servedBy.music"), QStringList("MPD"));
     driver->click("group.keynote");
-    EXPECT_EQ(driver->find("servedBy.keynote") != nullptr, !model().servedBy(BridgeCapabilityGroup::keynote).empty());
+    EXPECT_TRUE(driver->find("capability.iwork.keynote.create"));
+    EXPECT_EQ(driver->find("servedBy.keynote"), nullptr);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "tests/dashboard/dashboard_test.h"
+#include "tests/fakes/gated_event_store.h"
 
 namespace bridge {
 namespace {
@@ -34,6 +35,24 @@ TEST_F(Resources, AreSwitchedOneByOne) {
     driver->click("pick.personal");
     driver->click("pick.team");
     EXPECT_EQ(model().allowedCalendarIDs.get(), Identifiers{"personal"});
+    EXPECT_FALSE(driver->isOn("pick.team"));
+}
+
+TEST_F(Resources, AreAsTheLastClickSaysAlsoWhileTheListIsReadAnew) {
+    auto* calendars = bridge.watchCalendars<GatedEventStore>();
+    openAt("calendar");
+    calendars->hold("calendars", "", GatedEventStore::When::beforeEffect);
+    driver->click("pick.team");
+    calendars->release(); // what it asks before the change, but not the reading after it
+    driver->settle();
+    ASSERT_EQ(model().allowedCalendarIDs.get(), Identifiers{"team"});
+    ASSERT_EQ(calendars->waiting(), 1u);
+    driver->click("pick.team");
+    calendars->holdNoMore();
+    while (calendars->waiting() > 0)
+        calendars->release();
+    driver->settle();
+    EXPECT_TRUE(model().allowedCalendarIDs.get().empty());
     EXPECT_FALSE(driver->isOn("pick.team"));
 }
 

@@ -17,14 +17,19 @@ struct Actions::Action {
 Actions::Actions() = default;
 Actions::~Actions() = default;
 
-void Actions::start(const QString& name, Work work, std::function<void()> ended) {
+void Actions::start(const QString& name, Work work) {
     if (isUnderWay(name)) return;
-    m_repeat = [this, name, work, ended] { start(name, work, ended); };
-    begin({name, std::move(work), std::move(ended), false, {}});
+    m_repeat = [this, name, work] { start(name, work); };
+    begin({name, std::move(work), {}, false, {}});
 }
 
-void Actions::startUnasked(const QString& name, Work work) {
-    if (!isUnderWay(name)) begin({name, std::move(work), {}, false, {}});
+void Actions::startAlways(const QString& name, Work work) {
+    m_repeat = [this, name, work] { startAlways(name, work); };
+    begin({name, std::move(work), {}, false, {}});
+}
+
+void Actions::startUnrepeated(const QString& name, Work work, std::function<void()> ended) {
+    if (!isUnderWay(name)) begin({name, std::move(work), std::move(ended), false, {}});
 }
 
 bool Actions::repeatLast() {

@@ -26,14 +26,17 @@ public:
     using Work = std::function<Task<>()>;
 
     // Starts what the user wants, unless something of that name is under way already: the second click of a double
-    // click means the first. `ended` is called when the work is over, however it went.
-    void start(const QString& name, Work work, std::function<void()> ended = {});
-    // What the user did not ask for.
-    void startUnasked(const QString& name, Work work);
+    // click means the first.
+    void start(const QString& name, Work work);
+    // Also while something of that name is under way, where the last click counts.
+    void startAlways(const QString& name, Work work);
+    // As start(), for what is not to be repeated: the user did not ask for it, or is told elsewhere that it failed.
+    // `ended` is called when the work is over, however it went.
+    void startUnrepeated(const QString& name, Work work, std::function<void()> ended = {});
 
     bool isUnderWay(const QString& name) const;
 
-    // The last thing that the user wanted, once more; false when there is none.
+    // The last thing that the user wanted and that can be repeated, once more; false when there is none.
     bool repeatLast();
 
 signals:

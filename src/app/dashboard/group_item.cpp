@@ -61,7 +61,11 @@ GroupItem::Access GroupItem::access() const {
 void GroupItem::getAccess() {
     const auto wanted = access();
     if (wanted == GrantAccess) m_actions.start(actionName(), [this] { return m_model.requestAccess(*m_service); });
-    if (wanted == OpenSettings) m_model.openPrivacySettings();
+    if (wanted == OpenSettings)
+        m_actions.start(actionName(), [this] {
+            m_model.openPrivacySettings();
+            return done();
+        });
 }
 
 } // namespace bridge

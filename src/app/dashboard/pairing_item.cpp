@@ -32,7 +32,7 @@ void PairingItem::pair(const QString& code) {
         else
             emit pairingSucceeded();
     };
-    m_actions.start(
+    m_actions.startUnrepeated(
         pairing, [this, typed = code.toStdString()] { return m_model.pair(typed); }, ended);
 }
 
@@ -41,7 +41,7 @@ void PairingItem::unpair() {
         m_hasFailed = isPaired();
         emit changed();
     };
-    m_actions.start(
+    m_actions.startUnrepeated(
         unpairing, [this] { return m_model.unpair(); }, ended);
 }
 

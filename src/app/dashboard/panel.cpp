@@ -5,6 +5,7 @@ namespace bridge {
 namespace {
 
 constexpr const char* refreshing = "refresh";
+constexpr const char* opening = "opening"; // does less, so that Refresh may be wanted meanwhile
 
 } // namespace
 
@@ -31,19 +32,26 @@ QString Panel::serverFailure() const {
 }
 
 bool Panel::isRefreshing() const {
-    return m_actions.isUnderWay(refreshing);
+    return m_actions.isUnderWay(refreshing) || m_actions.isUnderWay(opening);
 }
 
 void Panel::refresh() {
-    m_actions.start(refreshing, [this] { return m_model.refresh(); });
+    m_actions.startUnrepeated(refreshing, [this] { return m_model.refresh(); });
 }
 
 void Panel::refreshOnOpening() {
-    m_actions.startUnasked(refreshing, [this] { return m_model.refreshOnOpening(); });
+    m_actions.startUnrepeated(opening, [this] { return m_model.refreshOnOpening(); });
 }
 
 void Panel::tryAgain() {
-    if (!m_actions.repeatLast()) refresh();
+    if (!m_model.lastErrorIsOfAnAction() || !m_actions.repeatLast()) refresh();
+}
+
+void Panel::openPrivacySettings() {
+    m_actions.start("privacySettings", [this] {
+        m_model.openPrivacySettings();
+        return done();
+    });
 }
 
 } // namespace bridge

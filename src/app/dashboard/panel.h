@@ -42,11 +42,13 @@ public:
     bool isRefreshing() const;
 
     Q_INVOKABLE void refresh();
-    Q_INVOKABLE void refreshOnOpening();
-    // What the user did last, where it failed, or else to read what could not be read.
+    // What the user did last, where that failed, or else to read what could not be read.
     Q_INVOKABLE void tryAgain();
-    Q_INVOKABLE void openPrivacySettings() { m_model.openPrivacySettings(); }
+    Q_INVOKABLE void openPrivacySettings();
     Q_INVOKABLE void startServer() { m_model.httpServer.start(); }
+
+    // The dashboard comes up: reads what may have changed meanwhile.
+    void refreshOnOpening();
 
 signals:
     void lastErrorChanged();

@@ -50,7 +50,7 @@ void ResourceList::read() {
 }
 
 void ResourceList::setAuthorized(const QString& identifier, bool authorized) {
-    m_actions.start(actionName(identifier), [this, id = identifier.toStdString(), authorized] {
+    m_actions.startAlways(actionName(identifier), [this, id = identifier.toStdString(), authorized] {
         return m_kind == calendars ? m_model.setCalendar(id, authorized) : m_model.setReminderList(id, authorized);
     });
 }

@@ -65,7 +65,6 @@ Popover* BridgeAppDelegate::popover() {
 void BridgeAppDelegate::prepareToShow() {
     // A compositor may come and go.
     m_dashboard->setRounded(blendsWindows());
-    model.perform(model.refreshOnOpening());
 }
 
 } // namespace bridge
