@@ -1,4 +1,6 @@
 #include "tests/dashboard/dashboard_test.h"
+#include "tests/fakes/failing_event_store.h"
+#include "tests/fakes/gated_event_store.h"
 
 #include <QSignalSpy>
 #include <netinet/in.h>
@@ -59,6 +61,54 @@ TEST_F(TheRest, ShowsTheLastErrorAndTriesAgain) {
     EXPECT_TRUE(driver->isOn("launchAtLogin"));
 }
 
+TEST_F(TheRest, TriesToReadAgainWhatCouldNotBeReadAndNotWhatSucceededBefore) {
+    auto* calendars = bridge.watchCalendars<FailingEventStore>();
+    openAt("files");
+    driver->click("addFolder");
+    bridge.chooser->answered.open();
+    driver->settle();
+    calendars->isLost = true;
+    window->hide();
+    window->show();
+    driver->settle();
+    ASSERT_TRUE(driver->find("lastError"));
+    EXPECT_TRUE(driver->texts("lastError").front().startsWith("The reminder lists could not be read"));
+    driver->click("tryAgain");
+    EXPECT_TRUE(driver->find("lastError"));
+    calendars->isLost = false;
+    driver->click("tryAgain");
+    EXPECT_FALSE(driver->find("lastError"));
+    EXPECT_EQ(bridge.chooser->questions.size(), 1u);
+}
+
+TEST_F(TheRest, TriesAgainWhatFailedAndNotThePairingAfterIt) {
+    openWithEverythingGranted();
+    bridge.login->failure = "The disk is full.";
+    driver->click("launchAtLogin");
+    bridge.agentServer->willAnswer(200, R"({"credential":"secret"})");
+    driver->focus("pairingCode");
+    driver->type("abcd");
+    driver->press(Qt::Key_Return);
+    ASSERT_TRUE(model().isPaired.get());
+    bridge.login->failure.clear();
+    driver->click("tryAgain");
+    EXPECT_EQ(bridge.agentServer->requests().size(), 1u);
+    EXPECT_TRUE(driver->isOn("launchAtLogin"));
+    EXPECT_FALSE(driver->find("lastError"));
+}
+
+TEST_F(TheRest, TriesAgainWhatFailedAndNotTheRefreshBeforeIt) {
+    openWithEverythingGranted();
+    driver->click("refresh");
+    bridge.privacySettings->failure = "There is no such page here.";
+    driver->click("privacySettings");
+    EXPECT_EQ(driver->texts("lastError"), (QStringList{"There is no such page here.", "Try again"}));
+    bridge.privacySettings->failure.clear();
+    driver->click("tryAgain");
+    EXPECT_EQ(bridge.privacySettings->opened, 2);
+    EXPECT_FALSE(driver->find("lastError"));
+}
+
 TEST_F(TheRest, RefreshesWhatChangedElsewhere) {
     openWithEverythingGranted();
     bridge.authorization->setStatus(PrivacyService::contacts, 2);
@@ -74,6 +124,61 @@ TEST_F(TheRest, RefreshesWhenItIsShownAgain) {
     window->show();
     driver->settle();
     EXPECT_EQ(driver->texts("permission.contacts"), QStringList("Denied"));
+}
+
+TEST_F(TheRest, ReadsOnceWhenItIsShown) {
+    auto* calendars = bridge.watchCalendars<FailingEventStore>();
+    openWithEverythingGranted();
+    window->hide();
+    calendars->reset();
+    window->show();
+    driver->settle();
+    const FailingEventStore::Call listing{"calendars", ""};
+    EXPECT_EQ(calendars->calls, (std::vector{listing, listing})) << "the calendars, and the reminder lists";
+}
+
+TEST_F(TheRest, RefreshesAlsoWhileItReadsBecauseItIsShown) {
+    auto* calendars = bridge.watchCalendars<GatedEventStore>();
+    openWithEverythingGranted();
+    bridge.login->failure = "The disk is full.";
+    driver->click("launchAtLogin");
+    window->hide();
+    calendars->hold("calendars", "", GatedEventStore::When::beforeEffect);
+    window->show();
+    driver->settle();
+    EXPECT_TRUE(driver->value<bool>("refresh", "busy"));
+    EXPECT_TRUE(driver->find("lastError"));
+    driver->click("refresh");
+    EXPECT_FALSE(driver->find("lastError"));
+    calendars->holdNoMore();
+    calendars->release();
+    driver->settle();
+    EXPECT_FALSE(driver->value<bool>("refresh", "busy"));
+}
+
+TEST_F(TheRest, FadesInWhereMotionIsWelcome) {
+    openWithEverythingGranted();
+    auto* content = driver->item("content");
+    std::vector<double> seen;
+    QObject::connect(content, &QQuickItem::opacityChanged, content, [&] { seen.push_back(content->opacity()); });
+    const auto showAgain = [&] {
+        window->hide();
+        window->show();
+    };
+    showAgain();
+    driver->settle();
+    EXPECT_TRUE(seen.empty());
+
+    driver->singleton("Theme")->setProperty("reduceMotion", false);
+    showAgain();
+    ASSERT_TRUE(driver->eventually([&] { return content->opacity() == 1; }));
+    ASSERT_FALSE(seen.empty());
+    EXPECT_EQ(seen.front(), 0);
+    EXPECT_TRUE(std::ranges::is_sorted(seen));
+    // Whole, also after it was hidden half-way.
+    showAgain();
+    window->hide();
+    EXPECT_EQ(content->opacity(), 1);
 }
 
 TEST_F(TheRest, OpensThePrivacySettings) {

@@ -73,7 +73,8 @@ QQuickWindow* Dashboard::window() {
         throw PlatformError("The dashboard can't be shown: parts of Qt are missing. Install the packages again.");
     connect(window, SIGNAL(quitRequested()), this, SIGNAL(quitRequested()));
     connect(window, SIGNAL(dismissed()), this, SIGNAL(dismissed()));
-    connect(window, &QWindow::visibleChanged, this, [this](bool isVisible) {
+    connect(window, &QWindow::visibleChanged, this, [this, window](bool isVisible) {
+        window->setProperty("shown", isVisible);
         if (isVisible) m_state->panel.refreshOnOpening();
     });
     return m_state->window = window;

@@ -9,6 +9,7 @@ Window {
     required property Panel panel
     required property Appearance appearance
     property bool rounded: false
+    property bool shown: false // from outside, where the window is shown: `visible` is not told of it each time
     property string expandedGroup
     property alias pairingCode: pairingCard.pairingCode
     readonly property int corner: rounded ? 14 : 0
@@ -22,7 +23,12 @@ Window {
     color: rounded ? "transparent" : Theme.window
     LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
     LayoutMirroring.childrenInherit: true
-    onVisibleChanged: if (visible) panel.refreshOnOpening()
+    onShownChanged: {
+        appearing.complete()
+        content.opacity = shown && Theme.fast > 0 ? 0 : 1
+    }
+    // Not before: until the window has its first frame most of the time would be over.
+    onFrameSwapped: if (content.opacity === 0 && !appearing.running) appearing.start()
     onActiveFocusItemChanged: {
         if (!panel.consent.service) content.hadFocus = activeFocusItem
         // What is clicked is in sight, and must stay below the pointer.
@@ -38,8 +44,15 @@ Window {
     Binding { target: Theme; property: "accent"; value: dashboard.appearance.accent }
     Binding { target: Theme; property: "accentText"; value: dashboard.appearance.accentText }
 
+    ParallelAnimation {
+        id: appearing
+        NumberAnimation { target: content; property: "opacity"; from: 0; to: 1; duration: Theme.fast }
+        NumberAnimation { target: shift; property: "y"; from: -4; to: 0; duration: Theme.fast; easing.type: Easing.OutCubic }
+    }
+
     Rectangle {
         id: content
+        objectName: "content"
 
         property Item hadFocus: null // before the question
         function takeFocusBack() { if (hadFocus) hadFocus.forceActiveFocus(Qt.TabFocusReason) }
@@ -49,6 +62,7 @@ Window {
         color: Theme.window
         focus: true
         enabled: !consent.visible
+        transform: Translate { id: shift }
         Keys.onEscapePressed: dashboard.dismissed()
 
         Header {
@@ -149,6 +163,7 @@ Window {
     }
     Rectangle {
         anchors.fill: parent
+        opacity: content.opacity
         radius: dashboard.corner
         color: "transparent"
         border { width: 1; color: Theme.frame }
