@@ -26,7 +26,10 @@ public:
         m_driver = std::make_unique<WindowDriver>(m_bridge.loop, *m_window);
         m_driver->singleton("Theme")->setProperty("reduceMotion", true);
         m_window->show();
-        m_driver->settle();
+        // Colours had begun to change before.
+        const auto* button = m_driver->item("refresh")->property("background").value<QQuickItem*>();
+        const auto wanted = m_driver->singleton("Theme")->property("fill").value<QColor>();
+        m_driver->eventually([&] { return button->property("color").value<QColor>() == wanted; });
     }
 
     void takeAll() {
