@@ -9,7 +9,7 @@ Window {
     required property Panel panel
     required property Appearance appearance
     property bool rounded: false
-    property bool shown: false // from outside, where the window is shown: `visible` is not told of it each time
+    property bool shown: false // set by who shows the window: `visible` does not tell of every time
     property string expandedGroup
     property alias pairingCode: pairingCard.pairingCode
     readonly property int corner: rounded ? 14 : 0
