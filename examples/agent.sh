@@ -13,8 +13,9 @@ address=$(jq -r .address <<<"$told")
 header=$(jq -r '"Authorization: Bearer " + .credential' <<<"$told")
 
 # send PATH [BODY]: puts what the bridge says into $answer. 60 seconds are longer than it lets any application take.
+# A proxy would get the credential.
 send() {
-    answer=$(curl -sS --max-time 60 -H @- "http://$address$1" "${@:2}" <<<"$header") || {
+    answer=$(curl -sS --noproxy '*' --max-time 60 -H @- "http://$address$1" "${@:2}" <<<"$header") || {
         echo "The bridge can't be reached." >&2
         exit 1
     }

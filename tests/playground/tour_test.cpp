@@ -47,7 +47,7 @@ TEST(Tour, EndsWithALineForCurl) {
     const auto output = runPlayground(temporary, {}).output;
     std::smatch found;
     ASSERT_TRUE(std::regex_search(output, found,
-                                  std::regex(R"(\ncurl -s -H 'Authorization: Bearer ([^' ]+)' )"
+                                  std::regex(R"(\ncurl -s --noproxy .\*. -H 'Authorization: Bearer ([^' ]+)' )"
                                              R"(http://127\.0\.0\.1:32123/v1/execute -d '([^']+)'\n$)")));
     const auto body = parseJSON(found[2].str());
     EXPECT_EQ(*body.object()->at("operation").string(), "files.list");

@@ -33,7 +33,7 @@ std::string readyLine(const std::string& credential, const std::filesystem::path
 }
 
 std::string curlLine(const std::string& credential, const std::string& rootID) {
-    return fmt::format(R"(curl -s -H 'Authorization: Bearer {}' http://{}:{}/v1/execute -d )"
+    return fmt::format(R"(curl -s --noproxy '*' -H 'Authorization: Bearer {}' http://{}:{}/v1/execute -d )"
                        R"('{{"operation":"files.list","payload":{{"rootID":"{}","path":""}}}}')",
                        credential, BridgeHTTPServer::address, BridgeHTTPServer::port, rootID);
 }
