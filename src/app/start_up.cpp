@@ -13,6 +13,20 @@ void noteState(const BridgeModel& model) {
               (model.isPaired.get() ? ", paired" : ", not paired: every request is refused"));
 }
 
+namespace {
+
+// The model keeps it until it is done. One that can't serve has nothing else to do.
+Task<> serve(BridgeModel& model, EventLoop& loop, std::optional<ServerFailed>& failure) {
+    co_await model.start();
+    noteState(model);
+    const auto* failed = std::get_if<ServerFailed>(&model.httpServer.state.get());
+    if (!failed) co_return;
+    failure = *failed;
+    loop.stop();
+}
+
+} // namespace
+
 void serveWithoutDisplay(const std::string& instances) {
     EventLoop loop;
     log::gatherOn(loop);
@@ -23,16 +37,15 @@ void serveWithoutDisplay(const std::string& instances) {
         loop.stop();
         return InstanceAnswer::done;
     });
+    std::optional<ServerFailed> failure;
     auto platform = openDesktopPlatform(loop);
     BridgeCapabilityPolicy policy(*platform.defaults);
     BridgeModel model(loop, platform, policy);
     const TerminationSignals signals(loop, [&loop] { loop.stop(); });
-    loop.runUntilDone(model.start());
-    if (const auto* failure = std::get_if<ServerFailed>(&model.httpServer.state.get()))
-        throw std::runtime_error(failure->message);
-    noteState(model);
+    model.perform(serve(model, loop, failure));
     loop.run();
     log::flush();
+    if (failure) throw std::runtime_error(failure->message);
 }
 
 } // namespace bridge
