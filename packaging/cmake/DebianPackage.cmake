@@ -42,6 +42,10 @@ endif()
 set(recommended "bubblewrap" "evolution-data-server" "geoclue-2.0" "mpd" "xdg-desktop-portal" "fonts-inter"
     "libreoffice-writer-nogui | libreoffice-writer" "libreoffice-calc-nogui | libreoffice-calc"
     "libreoffice-impress-nogui | libreoffice-impress")
+if(HAVE_SHELL)
+    # Where there is Wayland without an X server for older programs.
+    list(APPEND recommended "qt6-wayland")
+endif()
 list(JOIN recommended ", " CPACK_DEBIAN_PACKAGE_RECOMMENDS)
 # A keyring for the credential; without one it lies in a file that only the user can read.
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "gnome-keyring")

@@ -1,12 +1,14 @@
 #include "app/shell/display.h"
 
 #include "base/file_descriptor.h"
+#include "base/log.h"
 
 #include <QFileInfo>
 #include <QLibraryInfo>
 #include <QString>
 
 #include <cstring>
+#include <optional>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <xcb/xcb.h>
@@ -14,6 +16,16 @@
 namespace bridge {
 
 namespace {
+
+constexpr auto choice = "QT_QPA_PLATFORM";
+
+// What stood there before, empty for nothing; none while it still stands there.
+std::optional<QByteArray> replaced;
+
+bool choose(const char* platform) {
+    replaced = qgetenv(choice);
+    return qputenv(choice, platform);
+}
 
 bool hasPlugin(const char* name) {
     const auto folder = QLibraryInfo::path(QLibraryInfo::PluginsPath);
@@ -45,14 +57,25 @@ bool waylandAnswers() {
 } // namespace
 
 bool findDisplay() {
-    const auto wanted = qEnvironmentVariable("QT_QPA_PLATFORM");
+    const auto wanted = qEnvironmentVariable(choice);
     if (wanted == "xcb") return xServerAnswers();
     if (wanted.startsWith("wayland") && !wanted.contains(';')) return waylandAnswers();
     if (!wanted.isEmpty() && !wanted.contains(';')) return true;
     // A Wayland client may not say where its window goes, so X comes first, also where Wayland offers it.
-    if (xServerAnswers() && hasPlugin("qxcb")) return qputenv("QT_QPA_PLATFORM", "xcb");
-    if (waylandAnswers() && hasPlugin("qwayland-generic")) return qputenv("QT_QPA_PLATFORM", "wayland");
+    if (xServerAnswers() && hasPlugin("qxcb")) return choose("xcb");
+    if (!waylandAnswers()) return false;
+    if (hasPlugin("qwayland-generic")) return choose("wayland");
+    log::note("There is a Wayland display, but what Qt needs to use it is missing: install qt6-wayland.");
     return false;
+}
+
+void restoreDisplayChoice() {
+    const auto before = std::exchange(replaced, std::nullopt);
+    if (!before) return;
+    if (before->isEmpty())
+        qunsetenv(choice);
+    else
+        qputenv(choice, *before);
 }
 
 } // namespace bridge

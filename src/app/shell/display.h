@@ -6,4 +6,7 @@ namespace bridge {
 // any of it. What QT_QPA_PLATFORM asks for is left alone, unless it is a display that does not answer.
 bool findDisplay();
 
+// Once Qt has its display: what the program starts finds QT_QPA_PLATFORM as the user left it.
+void restoreDisplayChoice();
+
 } // namespace bridge
