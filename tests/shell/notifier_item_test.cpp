@@ -21,9 +21,8 @@ struct NotifierItemTest : testing::Test {
         QDBusConnection::disconnectFromBus("item");
     }
     void makeItem() {
-        item.emplace(
-            QDBusConnection::connectToBus(QString::fromStdString(testbus::address()), "item"),
-            NotifierLooks{"brindlefox-apple-bridge", productName, "brindlefox-apple-bridge", statusIcon().icon, {}});
+        item.emplace(QDBusConnection::connectToBus(QString::fromStdString(testbus::address()), "item"),
+                     NotifierLooks{"brindlefox-apple-bridge", productName, statusIcon().icon, {}});
         QObject::connect(&*item, &NotifierItem::activated, [this](QPoint place) { clicks.append(place); });
     }
     void makeItemInPanel() {
@@ -70,7 +69,7 @@ TEST_F(NotifierItemTest, BringsItsPictureInSeveralSizes) {
     }
 }
 
-TEST_F(NotifierItemTest, NamesAnIconOnlyWhereTheThemeHasIt) {
+TEST_F(NotifierItemTest, NamesNoIconOfTheThemeInsteadOfItsPicture) {
     makeItemInPanel();
     EXPECT_EQ(property("IconName"), "");
 }

@@ -29,8 +29,9 @@ QIcon scaledDown(const QPixmap& picture) {
     QIcon icon;
     icon.addPixmap(picture.scaled(StatusIcon::side, StatusIcon::side, Qt::KeepAspectRatio, Qt::SmoothTransformation));
     // For a display with twice as many dots.
-    auto fine =
-        picture.scaled(2 * StatusIcon::side, 2 * StatusIcon::side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    constexpr int most = 2 * StatusIcon::side;
+    const bool isLarger = picture.width() > most || picture.height() > most;
+    auto fine = isLarger ? picture.scaled(most, most, Qt::KeepAspectRatio, Qt::SmoothTransformation) : picture;
     fine.setDevicePixelRatio(2);
     icon.addPixmap(fine);
     return icon;

@@ -63,9 +63,4 @@ NotifierAdaptor::NotifierAdaptor(NotifierItem& item) : QDBusAbstractAdaptor(&ite
     qDBusRegisterMetaType<NotifierToolTip>();
 }
 
-QString NotifierAdaptor::iconName() const {
-    const auto& name = m_item.looks().iconName;
-    return QIcon::hasThemeIcon(name) ? name : QString();
-}
-
 } // namespace bridge

@@ -41,7 +41,8 @@ class NotifierAdaptor : public QDBusAbstractAdaptor {
     Q_PROPERTY(QString Title READ title)
     Q_PROPERTY(QString Status READ status)
     Q_PROPERTY(int WindowId READ windowId)
-    Q_PROPERTY(QString IconName READ iconName)
+    // A name would have panels show the theme's icon and not the picture.
+    Q_PROPERTY(QString IconName READ none)
     Q_PROPERTY(bridge::NotifierPictures IconPixmap READ pictures)
     Q_PROPERTY(QString IconAccessibleDesc READ accessibleDescription)
     Q_PROPERTY(QString OverlayIconName READ none)
@@ -57,7 +58,6 @@ public:
     QString title() const { return m_item.looks().title; }
     QString status() const { return "Active"; }
     int windowId() const { return 0; }
-    QString iconName() const;
     NotifierPictures pictures() const { return picturesOf(m_item.looks().icon); }
     QString accessibleDescription() const { return m_item.looks().accessibleDescription; }
     QString none() const { return {}; }

@@ -14,7 +14,6 @@ namespace bridge {
 struct NotifierLooks {
     QString id;
     QString title;
-    QString iconName; // used instead of the icon where the theme has it
     QIcon icon;
     QString accessibleDescription;
 };

@@ -13,7 +13,7 @@ namespace {
 
 NotifierLooks looks() {
     auto [icon, description] = statusIcon();
-    return {"brindlefox-apple-bridge", productName, "brindlefox-apple-bridge", std::move(icon), std::move(description)};
+    return {"brindlefox-apple-bridge", productName, std::move(icon), std::move(description)};
 }
 
 // Panels that know no place say (0, 0); then it is where the pointer is, which has just clicked.
