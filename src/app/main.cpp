@@ -37,13 +37,14 @@ int run([[maybe_unused]] int& count, [[maybe_unused]] char** arguments, Options:
     const bool hasDisplay = canShowWindows();
     const auto folder = instanceFolder(userProfileFolder());
     const auto wish = action == Options::Action::start ? InstanceWish::showDashboard : InstanceWish::nothing;
-    const auto instance = becomeOnlyInstance(folder, {{wish, takeActivationToken()}, hasDisplay});
+    const auto token = takeActivationToken();
+    const auto instance = becomeOnlyInstance(folder, {{wish, token}, hasDisplay});
     if (const auto* other = std::get_if<RunningAlready>(&instance)) {
         if (other->answer == InstanceAnswer::noDisplay) std::puts("It is running already, without a display.");
         return 0;
     }
 #ifdef HAVE_SHELL
-    if (hasDisplay) return BrindlefoxAppleBridgeApp(count, arguments, folder).run(action);
+    if (hasDisplay) return BrindlefoxAppleBridgeApp(count, arguments, folder).run(action, token);
 #endif
     serveWithoutDisplay(folder);
     return 0;

@@ -11,8 +11,6 @@
 namespace bridge {
 namespace {
 
-using Show = BridgeAppDelegate::Show;
-
 // Everything but the program around it: a model on embedded stores, the real dashboard, and a panel on the bus.
 struct AppDelegate : testing::Test {
     TemporaryFolder folder;
@@ -36,8 +34,8 @@ struct AppDelegate : testing::Test {
     }
     void launchInPanel() {
         panel->appear();
-        delegate->launch(Show::onceWithoutIcon);
-        ASSERT_TRUE(comesTrue([this] { return delegate->statusItem->isShown() == true; }));
+        delegate->launch();
+        ASSERT_TRUE(comesTrue([this] { return !panel->items.isEmpty(); }));
     }
     bool isShown() const { return delegate->dashboardPopover && delegate->dashboardPopover->isShown(); }
     bool opens() {
@@ -77,20 +75,8 @@ TEST_F(AppDelegate, KeepsTheDashboardThatItMade) {
     EXPECT_EQ(dashboard(), first);
 }
 
-TEST_F(AppDelegate, ShowsItByItselfOnlyWithoutAPanelAndToWhomStartedIt) {
-    delegate->launch(Show::onceWithoutIcon);
-    EXPECT_TRUE(opens());
-    delegate->dashboardPopover->hide();
-    panel->appear();
-    ASSERT_TRUE(comesTrue([this] { return delegate->statusItem->isShown() == true; }));
-    panel->vanish();
-    ASSERT_TRUE(comesTrue([this] { return delegate->statusItem->isShown() == false; }));
-    EXPECT_FALSE(isShown()) << "once is enough";
-}
-
-TEST_F(AppDelegate, ShowsNothingByItselfAtLogin) {
-    delegate->launch(Show::onlyWhenAsked);
-    ASSERT_TRUE(comesTrue([this] { return delegate->statusItem->isShown() == false; }));
+TEST_F(AppDelegate, ShowsNothingByItself) {
+    launchInPanel();
     EXPECT_FALSE(isShown());
     delegate->showDashboard({});
     EXPECT_TRUE(isShown());

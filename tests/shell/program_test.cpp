@@ -80,7 +80,7 @@ struct ProgramOnAScreen : Program {
 
 TEST_F(ProgramOnAScreen, OpensItsDashboardByAClickOnTheIconAndClosesItByTheNext) {
     startDesktop();
-    auto bridge = start();
+    auto bridge = start({"--background"});
     ASSERT_TRUE(bridge.isListening());
     const auto place = icon();
     screen->click(place);
@@ -100,7 +100,7 @@ TEST_F(ProgramOnAScreen, OpensItsDashboardByAClickOnTheIconAndClosesItByTheNext)
 
 TEST_F(ProgramOnAScreen, HidesItsDashboardForEscapeAndForAnotherWindow) {
     startDesktop();
-    auto bridge = start();
+    auto bridge = start({"--background"});
     ASSERT_TRUE(bridge.isListening());
     const auto place = icon();
     screen->click(place);
@@ -125,12 +125,24 @@ TEST_F(ProgramOnAScreen, PutsItsIconIntoAPanelThatComesLate) {
     popover();
 }
 
-TEST_F(ProgramOnAScreen, ShowsItsDashboardOnceWhenThereIsNoPanelForAnIcon) {
+TEST_F(ProgramOnAScreen, ShowsItsDashboardInTheMiddleWhenThereIsNoPanelForAnIcon) {
     screen->startWindowManager();
     auto bridge = start();
     ASSERT_TRUE(bridge.isListening());
     const auto shown = popover();
     EXPECT_EQ(shown.x, 320) << "in the middle";
+}
+
+TEST_F(ProgramOnAScreen, ShowsItsDashboardOnceToWhomStartsItAlsoBesideAnIcon) {
+    startDesktop();
+    auto bridge = start();
+    ASSERT_TRUE(bridge.isListening());
+    icon();
+    popover();
+    EXPECT_TRUE(becomesTrue([&] {
+        screen->press("Escape");
+        return !screen->popover();
+    }));
 }
 
 TEST_F(ProgramOnAScreen, ShowsNothingByItselfWhenTheSystemStartsIt) {
@@ -146,7 +158,7 @@ TEST_F(ProgramOnAScreen, ShowsNothingByItselfWhenTheSystemStartsIt) {
 
 TEST_F(ProgramOnAScreen, ShowsTheDashboardOfTheOneThatRunsWhenStartedAgain) {
     startDesktop();
-    auto bridge = start();
+    auto bridge = start({"--background"});
     ASSERT_TRUE(bridge.isListening());
     icon();
     EXPECT_EQ(start().exitCode(), 0);

@@ -23,20 +23,11 @@ BridgeAppDelegate::~BridgeAppDelegate() {
     dashboardPopover.reset();
 }
 
-void BridgeAppDelegate::launch(Show show) {
-    m_showsWithoutIcon = show == Show::onceWithoutIcon;
+void BridgeAppDelegate::launch() {
     statusItem = std::make_unique<StatusItem>(m_bus);
     connect(statusItem.get(), &StatusItem::clicked, this, &BridgeAppDelegate::toggleDashboard);
-    connect(statusItem.get(), &StatusItem::isShownChanged, this, &BridgeAppDelegate::showWithoutIcon);
     connect(statusItem.get(), &StatusItem::activationTokenGiven, this,
             [](const QString& token) { qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8()); });
-    showWithoutIcon();
-}
-
-void BridgeAppDelegate::showWithoutIcon() {
-    const auto isShown = statusItem->isShown();
-    if (!isShown || !std::exchange(m_showsWithoutIcon, false)) return;
-    if (!*isShown) showDashboard({});
 }
 
 void BridgeAppDelegate::toggleDashboard(const std::optional<QRect>& place) {

@@ -3,9 +3,9 @@
 #include "adapters/glib/glib_loop_source.h"
 #include "app/instance_socket.h"
 #include "app/shell/app_icon.h"
-#include "app/shell/application_service.h"
 #include "app/shell/bridge_app_delegate.h"
 #include "app/shell/desktop_folder_chooser.h"
+#include "app/shell/display.h"
 #include "app/shell/display_loss.h"
 #include "app/shell/session_bus.h"
 #include "app/start_up.h"
@@ -14,6 +14,7 @@
 
 #include <QApplication>
 #include <QPointer>
+#include <QSessionManager>
 
 #include <optional>
 
@@ -30,15 +31,30 @@ void prepareQt() {
     QGuiApplication::setQuitOnLastWindowClosed(false);
 }
 
+// Launch at login is for the dashboard's switch; a session that restores its programs is not to start another.
+void leaveRestoringToOthers(const QApplication& application) {
+    const auto never = [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); };
+    for (const auto request : {&QGuiApplication::commitDataRequest, &QGuiApplication::saveStateRequest})
+        QObject::connect(&application, request, &application, never, Qt::DirectConnection);
+}
+
+// The model keeps it until it is done.
+Task<> startModel(BridgeModel& model) {
+    co_await model.start();
+    noteState(model);
+}
+
 } // namespace
 
 BrindlefoxAppleBridgeApp::BrindlefoxAppleBridgeApp(int& count, char** arguments, std::string instances)
     : m_count(count), m_arguments(arguments), m_instances(std::move(instances)) {}
 
-int BrindlefoxAppleBridgeApp::run(Options::Action action) {
+int BrindlefoxAppleBridgeApp::run(Options::Action action, const std::string& activationToken) {
     prepareQt();
     // From here on each thing is destroyed before what it stands on: windows before the model, Qt last.
     QApplication application(m_count, m_arguments);
+    restoreDisplayChoice();
+    leaveRestoringToOthers(application);
     const DisplayLoss displayLoss;
     EventLoop loop;
     log::gatherOn(loop);
@@ -61,28 +77,23 @@ int BrindlefoxAppleBridgeApp::run(Options::Action action) {
     platform.folderChooser = std::make_unique<DesktopFolderChooser>(loop);
     BridgeCapabilityPolicy policy(*platform.defaults);
     BridgeModel model(loop, platform, policy);
-    bool isEnding = false;
-    const auto end = [&model, &isEnding] {
-        isEnding = true;
+    const auto end = [&model] {
         model.httpServer.stop();
         QApplication::quit();
     };
     const TerminationSignals termination(loop, end);
-    loop.runUntilDone(model.start());
-    noteState(model);
 
     const GLibLoopSource source(loop);
     const auto bus = qtSessionBus();
     BridgeAppDelegate theDelegate(model, question, bus);
     delegate = &theDelegate;
     QObject::connect(delegate, &BridgeAppDelegate::quitRequested, &application, end);
-    const ApplicationService service(bus);
-    QObject::connect(&service, &ApplicationService::activated, delegate, &BridgeAppDelegate::showDashboard);
-    delegate->launch(action == Options::Action::start ? BridgeAppDelegate::Show::onceWithoutIcon
-                                                      : BridgeAppDelegate::Show::onlyWhenAsked);
+    delegate->launch();
+    if (action == Options::Action::start) delegate->showDashboard(QString::fromStdString(activationToken));
     if (wantedEarly) delegate->showDashboard(*wantedEarly);
-    // Asked to end before it ran, Qt would not remember.
-    const int code = isEnding ? 0 : QApplication::exec();
+    // Last: a keyring or calendars that hang keep nobody from the icon.
+    model.perform(startModel(model));
+    const int code = QApplication::exec();
     log::flush();
     return code;
 }

@@ -13,8 +13,8 @@ public:
     // A display answers; `instances` is the folder in which later starts look for this one. `count` outlives it.
     BrindlefoxAppleBridgeApp(int& count, char** arguments, std::string instances);
 
-    // Until the end; what the process answers then.
-    int run(Options::Action action);
+    // Until the end; what the process answers then. The token is what the desktop gave along, or empty.
+    int run(Options::Action action, const std::string& activationToken);
 
 private:
     int& m_count;

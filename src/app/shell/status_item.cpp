@@ -37,12 +37,6 @@ StatusItem::StatusItem(const QDBusConnection& bus) : m_notifier(bus, looks()) {
     useTrayAsNeeded();
 }
 
-std::optional<bool> StatusItem::isShown() const {
-    const auto hasHost = m_notifier.hasHost();
-    if (!hasHost || *hasHost) return hasHost;
-    return m_tray && QSystemTrayIcon::isSystemTrayAvailable();
-}
-
 void StatusItem::useTrayAsNeeded() {
     const auto hasHost = m_notifier.hasHost();
     if (!hasHost) return;
@@ -64,7 +58,6 @@ void StatusItem::useTrayAsNeeded() {
         }
         m_tray->show();
     }
-    emit isShownChanged();
 }
 
 } // namespace bridge

@@ -18,13 +18,9 @@ public:
     // `bus` is the session's, connected or not.
     explicit StatusItem(const QDBusConnection& bus);
 
-    // Whether the user sees it; nothing until that is known.
-    std::optional<bool> isShown() const;
-
 signals:
     // The user clicked on it. `place` is the icon or the point that was clicked, where that is known.
     void clicked(const std::optional<QRect>& place);
-    void isShownChanged();
     void activationTokenGiven(const QString& token);
 
 private:
