@@ -14,6 +14,8 @@ struct OnlyInstanceWish {
     InstanceMessage toRunning;
     bool hasDisplay = false;
     std::chrono::milliseconds patience{5000};
+    // With one that makes room: it may have to end programs of its own.
+    std::chrono::milliseconds patienceWithItsEnd{30000};
 };
 
 struct RunningAlready {

@@ -20,7 +20,9 @@ using namespace std::chrono_literals;
 // A bridge that runs, as far as later starts notice: it answers from a thread of its own.
 class OtherBridge {
 public:
-    OtherBridge(const std::string& folder, InstanceAnswer answer) : m_lock(InstanceLock::take(folder)) {
+    // Asked to give way it says yes, and still holds the lock until it is asked so long after that.
+    OtherBridge(const std::string& folder, InstanceAnswer answer, std::chrono::milliseconds takesToEnd = 0ms)
+        : m_takesToEnd(takesToEnd), m_lock(InstanceLock::take(folder)) {
         std::promise<void> ready;
         auto isReady = ready.get_future();
         m_thread = std::thread([this, folder, answer, &ready] { serve(folder, answer, ready); });
@@ -46,7 +48,9 @@ private:
             std::lock_guard lock(m_mutex);
             m_heard.push_back(message);
             if (message.wish != InstanceWish::giveWay) return answer;
-            loop.stop();
+            const auto now = std::chrono::steady_clock::now();
+            if (!m_gaveWay) m_gaveWay = now;
+            if (now - *m_gaveWay >= m_takesToEnd) loop.stop();
             return InstanceAnswer::done;
         });
         ready.set_value();
@@ -57,6 +61,8 @@ private:
         m_loop = nullptr;
     }
 
+    std::chrono::milliseconds m_takesToEnd;
+    std::optional<std::chrono::steady_clock::time_point> m_gaveWay;
     std::optional<InstanceLock> m_lock;
     EventLoop* m_loop = nullptr;
     std::mutex m_mutex;
@@ -98,6 +104,16 @@ TEST_F(Instance, TakesThePlaceOfOneWithoutADisplay) {
     OtherBridge other(path, InstanceAnswer::noDisplay);
     EXPECT_TRUE(std::holds_alternative<InstanceLock>(become(InstanceWish::nothing, true)));
     EXPECT_EQ(other.heard().back().wish, InstanceWish::giveWay);
+}
+
+TEST_F(Instance, WaitsLongerForOneThatMakesRoomThanForAnAnswer) {
+    OtherBridge other(path, InstanceAnswer::noDisplay, 2100ms);
+    EXPECT_TRUE(std::holds_alternative<InstanceLock>(become(InstanceWish::nothing, true, 2s)));
+}
+
+TEST_F(Instance, GivesUpOnOneThatSaysItMakesRoomAndDoesNot) {
+    OtherBridge other(path, InstanceAnswer::noDisplay, 1h);
+    EXPECT_THROW(becomeOnlyInstance(path, {{InstanceWish::nothing, {}}, true, 30s, 1ms}), PlatformError);
 }
 
 TEST_F(Instance, IsNotHinderedByWhatADeadOneLeft) {
