@@ -6,6 +6,7 @@
 #ifdef HAVE_SHELL
 #include "app/shell/brindlefox_apple_bridge_app.h"
 #include "app/shell/display.h"
+#include "app/shell/start_failure.h"
 #endif
 
 #include <cstdio>
@@ -32,9 +33,7 @@ std::string takeActivationToken() {
     return taken;
 }
 
-int run([[maybe_unused]] int& count, [[maybe_unused]] char** arguments, Options::Action action) {
-    prepareProcess();
-    const bool hasDisplay = canShowWindows();
+int runWith([[maybe_unused]] int& count, [[maybe_unused]] char** arguments, Options::Action action, bool hasDisplay) {
     const auto folder = instanceFolder(userProfileFolder());
     const auto wish = action == Options::Action::start ? InstanceWish::showDashboard : InstanceWish::nothing;
     const auto token = takeActivationToken();
@@ -50,6 +49,25 @@ int run([[maybe_unused]] int& count, [[maybe_unused]] char** arguments, Options:
     return 0;
 }
 
+void complain(const std::exception& error) {
+    std::fprintf(stderr, "brindlefox-apple-bridge: %s\n", error.what());
+}
+
+int run(int& count, char** arguments, Options::Action action) {
+    prepareProcess();
+    const bool hasDisplay = canShowWindows();
+    try {
+        return runWith(count, arguments, action, hasDisplay);
+    } catch (const std::exception& error) {
+        complain(error);
+#ifdef HAVE_SHELL
+        // Who clicked on an icon sees no standard error.
+        if (hasDisplay && action == Options::Action::start) showStartFailure(count, arguments, error.what());
+#endif
+        return 1;
+    }
+}
+
 } // namespace
 
 } // namespace bridge
@@ -62,10 +80,10 @@ int main(int count, char** arguments) {
         std::fputs(options.text.c_str(), stdout);
         return 0;
     } catch (const std::invalid_argument& error) {
-        std::fprintf(stderr, "brindlefox-apple-bridge: %s\n", error.what());
+        complain(error);
         return 2;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "brindlefox-apple-bridge: %s\n", error.what());
+        complain(error);
         return 1;
     }
 }

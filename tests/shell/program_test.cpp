@@ -199,6 +199,25 @@ TEST_F(ProgramOnAScreen, EndsForTheSystemWithItsDashboardOpen) {
     EXPECT_EQ(bridge.exitCode(), 0) << bridge.log();
 }
 
+TEST_F(ProgramOnAScreen, SaysInAWindowWhyItCannotStart) {
+    screen->startWindowManager();
+    putFile(home / "data", "no folder");
+    auto bridge = start();
+    const auto window = popover();
+    EXPECT_NE(window.height, 780) << "it is not the dashboard";
+    EXPECT_TRUE(becomesTrue([&] {
+        screen->press("Escape");
+        return !screen->popover();
+    }));
+    EXPECT_EQ(bridge.exitCode(), 1);
+    EXPECT_NE(bridge.log().find("Not a directory"), std::string::npos) << bridge.log();
+}
+
+TEST_F(ProgramOnAScreen, ShowsNoWindowForItWhenTheSystemStartsIt) {
+    putFile(home / "data", "no folder");
+    EXPECT_EQ(start({"--background"}).exitCode(), 1);
+}
+
 TEST_F(ProgramOnAScreen, EndsWithOneWhenTheDisplayIsGone) {
     auto bridge = start();
     ASSERT_TRUE(bridge.isListening());
