@@ -29,6 +29,7 @@ BridgeProgram::Variables environmentOf(const TemporaryFolder& home) {
             {"XDG_CONFIG_HOME", home.file("config")},
             {"XDG_CACHE_HOME", home.file("cache")},
             {"GSETTINGS_BACKEND", "memory"},
+            {"LSAN_OPTIONS", "suppressions=" BRIDGE_LEAKS},
             {"GIO_USE_VFS", "local"}};
 }
 

@@ -74,6 +74,7 @@ int run(const Options& options) {
     BridgeModel model(loop, platform, policy);
     const TerminationSignals signals(loop, [&loop] { loop.stop(); });
     const auto credential = prepare(loop, model, platform, options, profile.folder());
+    if (!options.serve) maps.prepare(loop);
     const int status = options.serve ? serve(loop, readyLine(credential, profile.folder(), model))
                                      : showAround(loop, model, credential, platform.clock->now(), maps.missing());
     log::writeTo(STDERR_FILENO);

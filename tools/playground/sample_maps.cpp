@@ -1,5 +1,6 @@
 #include "sample_maps.h"
 
+#include "adapters/curl/curl_http_client.h"
 #include "app/helper_program.h"
 #include "app/maps.h"
 
@@ -28,6 +29,15 @@ SampleMaps::SampleMaps(EventLoop& loop, Platform& platform, const std::filesyste
     m_valhalla.emplace(folder / "Valhalla", Timetables::ofABus);
     settings.directionsServer = m_valhalla->url();
     openMaps(loop, platform, settings);
+}
+
+void SampleMaps::prepare(EventLoop& loop) const {
+    if (!m_valhalla) return;
+    CurlHTTPClient client(loop);
+    // It prepares itself for any question, also for one that it then refuses.
+    const HTTPRequest question{"POST", m_valhalla->url() + "/route", {}, "{}", std::chrono::minutes(10)};
+    auto asking = client.send(question);
+    static_cast<void>(loop.runUntilDone(std::move(asking)));
 }
 
 } // namespace bridge::playground

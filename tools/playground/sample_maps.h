@@ -19,6 +19,10 @@ public:
     // Opens the maps of the platform anew. Throws PlatformError.
     SampleMaps(EventLoop& loop, Platform& platform, const std::filesystem::path& folder);
 
+    // Otherwise the first who asks for a way waits for its map, which a slow machine may not make in the time he has.
+    // Throws PlatformError.
+    void prepare(EventLoop& loop) const;
+
     const Missing& missing() const { return m_missing; }
 
 private:

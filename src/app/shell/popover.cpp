@@ -46,8 +46,8 @@ void Popover::place(const std::optional<QRect>& anchor) {
 
 void Popover::noteActive() {
     if (m_window.isActive() || !isShown() || m_hasModal()) return;
-    m_deactivated = m_now();
     hide();
+    m_deactivated = m_now(); // hiding takes its time, too
 }
 
 } // namespace bridge
