@@ -12,6 +12,12 @@ if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CCACHE})
 endif()
 
+# Where programs are linked again and again, mostly tests; what people run is linked as their system does it.
+find_program(LLD ld.lld)
+if(LLD)
+    add_link_options($<$<CONFIG:Debug>:-fuse-ld=lld>)
+endif()
+
 option(BRIDGE_WERROR "Treat warnings as errors" OFF)
 set(BRIDGE_SANITIZE "" CACHE STRING "Sanitizers, as for -fsanitize=")
 
