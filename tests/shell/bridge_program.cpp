@@ -4,9 +4,15 @@ namespace bridge {
 
 namespace {
 
+// The one of this build, unless the environment names an installed one.
+std::string program() {
+    const char* installed = std::getenv("BRIDGE_PROGRAM");
+    return installed ? installed : BRIDGE_PROGRAM;
+}
+
 std::vector<std::string> commandFor(const std::vector<std::string>& arguments) {
     std::vector<std::string> command{"sh", "-c", "\"$0\" \"$@\" 2>&1 & echo $!; wait $!; echo \"ended with $?\"",
-                                     BRIDGE_PROGRAM};
+                                     program()};
     command.insert(command.end(), arguments.begin(), arguments.end());
     return command;
 }
