@@ -14,7 +14,7 @@ struct Slide {
 };
 static_assert(listsEveryMember<Slide>());
 
-struct Everything {
+struct AllKinds {
     std::string text;
     std::optional<int64_t> limit;
     double ratio = 0;
@@ -26,14 +26,14 @@ struct Everything {
     std::map<std::string, bool> switches;
     JSONValue anything;
     static constexpr auto fields() {
-        return std::tuple{required("text", &Everything::text),         optional("limit", &Everything::limit),
-                          required("ratio", &Everything::ratio),       required("flag", &Everything::flag),
-                          required("when", &Everything::when),         required("blob", &Everything::blob),
-                          required("slides", &Everything::slides),     optional("cover", &Everything::cover),
-                          required("switches", &Everything::switches), required("anything", &Everything::anything)};
+        return std::tuple{required("text", &AllKinds::text),         optional("limit", &AllKinds::limit),
+                          required("ratio", &AllKinds::ratio),       required("flag", &AllKinds::flag),
+                          required("when", &AllKinds::when),         required("blob", &AllKinds::blob),
+                          required("slides", &AllKinds::slides),     optional("cover", &AllKinds::cover),
+                          required("switches", &AllKinds::switches), required("anything", &AllKinds::anything)};
     }
 };
-static_assert(listsEveryMember<Everything>());
+static_assert(listsEveryMember<AllKinds>());
 
 struct Forgetful {
     std::string listed;
@@ -56,7 +56,7 @@ constexpr auto whole =
     R"("slides":[{"title":"one"}],"switches":{"a":true,"b":false},"text":"t","when":"2026-08-14T11:28:41Z"})";
 
 TEST(Record, IsWrittenSortedAndReadBack) {
-    EXPECT_EQ(encodeJSON(decode<Everything>(parseJSON(whole))), whole);
+    EXPECT_EQ(encodeJSON(decode<AllKinds>(parseJSON(whole))), whole);
 }
 
 TEST(Record, AbsentAndNullAreTheSame) {
@@ -71,7 +71,7 @@ TEST(Record, UnknownNamesAreIgnored) {
 }
 
 TEST(Record, FaultsNameTheirPlace) {
-    EXPECT_EQ(failure<std::vector<Everything>>("{}"), "expected an array");
+    EXPECT_EQ(failure<std::vector<AllKinds>>("{}"), "expected an array");
     EXPECT_EQ(failure<Slide>("[]"), "expected an object");
     EXPECT_EQ(failure<Slide>(R"({"title":5})"), ".title: expected a string");
     EXPECT_EQ(failure<std::vector<Slide>>(R"([{"title":"a"},{"title":true}])"), "[1].title: expected a string");

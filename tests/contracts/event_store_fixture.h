@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/contracts/event_store_under_test.h"
+#include "tests/support/print_items.h"
 #include "tests/support/time_zone.h"
 
 #include <algorithm>
@@ -29,20 +30,6 @@ inline void PrintTo(const EventStoreKind& kind, std::ostream* out) {
 
 inline std::string nameOf(const testing::TestParamInfo<EventStoreKind>& info) {
     return info.param.name;
-}
-
-inline void PrintTo(const Date& date, std::ostream* out) {
-    *out << formatDate(date);
-}
-
-inline void PrintTo(const CalendarEvent& event, std::ostream* out) {
-    *out << '"' << event.title.value_or("") << "\" from " << formatDate(event.startDate) << " to "
-         << formatDate(event.endDate) << " (" << event.identifier << ", " << event.alarms.size() << " alarms)";
-}
-
-inline void PrintTo(const Reminder& reminder, std::ostream* out) {
-    *out << '"' << reminder.title.value_or("") << "\" (" << reminder.identifier << ", priority " << reminder.priority
-         << (reminder.isCompleted ? ", completed)" : ")");
 }
 
 class EventStoreContract : public testing::TestWithParam<EventStoreKind> {

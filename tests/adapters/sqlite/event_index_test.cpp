@@ -1,5 +1,6 @@
 #include "tests/adapters/sqlite/random_events.h"
 #include "tests/adapters/sqlite/store_test.h"
+#include "tests/support/print_items.h"
 
 #include "adapters/sqlite/database.h"
 
@@ -7,11 +8,6 @@
 #include <tuple>
 
 namespace bridge {
-
-void PrintTo(const CalendarEvent& event, std::ostream* out) {
-    *out << event.identifier << " of " << event.externalIdentifier.value_or("") << " from "
-         << formatDate(event.startDate) << " to " << formatDate(event.endDate);
-}
 
 namespace {
 

@@ -17,7 +17,7 @@ using testing::StartsWith;
 
 const DirectionsQuery byCar{{47.141, 9.5215}, {47.0667, 9.502}, TransportType::automobile, AlternateRoutes::yes};
 
-std::string recorded(const std::string& name) {
+std::string recordedAnswer(const std::string& name) {
     return getFile(BRIDGE_OWN_TEST_DATA "/valhalla/" + name + ".json");
 }
 
@@ -95,7 +95,7 @@ TEST_F(ValhallaDirectionsTest, SpeakTheUsersLanguageAsValhallaCallsIt) {
 }
 
 TEST_F(ValhallaDirectionsTest, AreWhatTheServerSaid) {
-    const auto routes = answer(recorded("automobile"));
+    const auto routes = answer(recordedAnswer("automobile"));
     ASSERT_EQ(routes.size(), 2U);
     EXPECT_EQ(routes[0].distance, 9242);
     EXPECT_EQ(routes[0].expectedTravelTime, 638.236);
@@ -107,7 +107,7 @@ TEST_F(ValhallaDirectionsTest, AreWhatTheServerSaid) {
 }
 
 TEST_F(ValhallaDirectionsTest, AreInTheLanguageOfTheAnswer) {
-    EXPECT_EQ(answer(recorded("german")).at(0).steps.at(0), "Auf Städtle Richtung Westen fahren.");
+    EXPECT_EQ(answer(recordedAnswer("german")).at(0).steps.at(0), "Auf Städtle Richtung Westen fahren.");
 }
 
 TEST_F(ValhallaDirectionsTest, CountMilesToo) {
@@ -146,15 +146,16 @@ TEST_F(ValhallaDirectionsTest, TakeARideFromATransitAnswer) {
 TEST_F(ValhallaDirectionsTest, TellThatThereAreNoTimetables) {
     const auto* expected = "No ride by public transport was found. The directions server may have no timetables for "
                            "these places.";
-    EXPECT_EQ(failure(400, recorded("no_timetables"), TransportType::transit), expected);
+    EXPECT_EQ(failure(400, recordedAnswer("no_timetables"), TransportType::transit), expected);
     // A walk all the way is no ride.
-    EXPECT_EQ(failure(200, recorded("walking"), TransportType::transit), expected);
+    EXPECT_EQ(failure(200, recordedAnswer("walking"), TransportType::transit), expected);
 }
 
 TEST_F(ValhallaDirectionsTest, TellInTheUsersWordsWhyThereIsNoWay) {
-    EXPECT_EQ(failure(400, recorded("sea")), "One of the places is near no road that can be taken by car, or not on "
-                                             "the directions server's map.");
-    EXPECT_EQ(failure(400, recorded("far"), TransportType::walking),
+    EXPECT_EQ(failure(400, recordedAnswer("sea")),
+              "One of the places is near no road that can be taken by car, or not on "
+              "the directions server's map.");
+    EXPECT_EQ(failure(400, recordedAnswer("far"), TransportType::walking),
               "The places are farther apart than the directions server goes on foot.");
     for (const auto* code : {"170", "441", "442"})
         EXPECT_EQ(failure(400, std::string(R"({"error_code":)") + code + "}", TransportType::cycling),
@@ -190,7 +191,7 @@ TEST_F(ValhallaDirectionsTest, TellThatTheServerDidNotAnswer) {
 }
 
 TEST_F(ValhallaDirectionsTest, RefuseAnAnswerThatEndsTooSoon) {
-    const auto whole = recorded("same_place");
+    const auto whole = recordedAnswer("same_place");
     for (size_t length = 0; length < whole.size(); ++length)
         EXPECT_NE(failure(200, whole.substr(0, length)), "") << length;
 }

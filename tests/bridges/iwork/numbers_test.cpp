@@ -142,14 +142,14 @@ TEST_F(NumbersSpreadsheets, AreReadUpToTenThousandCells) {
 }
 
 TEST_F(NumbersSpreadsheets, RefuseABadRangeBeforeAnyScript) {
-    const auto notation = malformed + "Numbers range must use A1 notation, for example A1:C10.";
-    const auto corners = malformed + "Numbers range must run from its top-left cell to its bottom-right cell.";
+    const auto wrongNotation = malformed + "Numbers range must use A1 notation, for example A1:C10.";
+    const auto wrongCorners = malformed + "Numbers range must run from its top-left cell to its bottom-right cell.";
     for (const auto* range : {"A0", "A01", "AAAA1"}) {
-        EXPECT_EQ(refusalOf(read(range)), notation);
-        EXPECT_EQ(refusalOf(write(range, {})), notation);
+        EXPECT_EQ(refusalOf(read(range)), wrongNotation);
+        EXPECT_EQ(refusalOf(write(range, {})), wrongNotation);
     }
-    EXPECT_EQ(refusalOf(read("C3:B2")), corners);
-    EXPECT_EQ(refusalOf(write("C3:B2", {})), corners);
+    EXPECT_EQ(refusalOf(read("C3:B2")), wrongCorners);
+    EXPECT_EQ(refusalOf(write("C3:B2", {})), wrongCorners);
 }
 
 TEST_F(NumbersSpreadsheets, RefuseABadGridBeforeAnyScript) {
