@@ -28,7 +28,8 @@ Task<> BridgeModel::start() {
 }
 
 Task<> BridgeModel::refresh() {
-    finish(std::nullopt);
+    m_actionFailure.reset();
+    showFailures();
     if (m_credentialFailure) co_await readCredential();
     co_await read();
 }
@@ -115,7 +116,12 @@ void BridgeModel::readLaunchAtLogin() {
     launchAtLoginUnavailable.set(status == LoginItemStatus::notFound);
 }
 
-void BridgeModel::finish(Failure failure) {
+std::optional<uint64_t> BridgeModel::failedAction() const {
+    return m_actionFailure ? std::optional(m_lastFailed) : std::nullopt;
+}
+
+void BridgeModel::finish(uint64_t action, Failure failure) {
+    if (failure) m_lastFailed = action;
     m_actionFailure = std::move(failure);
     showFailures();
 }

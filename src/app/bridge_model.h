@@ -111,8 +111,10 @@ public:
     // Nothing while an exchange is under way.
     Published<std::optional<std::string>> pairingStatusMessage;
     Published<std::optional<std::string>> lastError;
-    // Or else of what could not be read; false without one.
-    bool lastErrorIsOfAnAction() const { return m_actionFailure.has_value(); }
+    // What the user does is counted as it begins, and this is the number of the last; pairing and Refresh don't count.
+    uint64_t actionsBegun() const { return m_actionsBegun; }
+    // The action that `lastError` is about; nothing when it is about none.
+    std::optional<uint64_t> failedAction() const;
     // By the number of the group.
     Published<std::array<std::string, capabilityGroupCount>> services;
     // Those of `files.roots` in which nothing can be changed.
@@ -136,12 +138,15 @@ private:
     Task<> askForAccess(PrivacyService service);
     bool wasAnswered(PrivacyService service) const;
     Task<> chooseFolder();
-    // Of an action, and whether it has any.
-    void finish(Failure failure);
+    uint64_t begin() { return ++m_actionsBegun; }
+    // Of the action of this number, and whether it failed.
+    void finish(uint64_t action, Failure failure);
     void showFailures();
 
     Platform& m_platform;
 
+    uint64_t m_actionsBegun = 0;
+    uint64_t m_lastFailed = 0; // of them
     Failure m_actionFailure;
     Failure m_credentialFailure;
     Failure m_calendarsFailure;

@@ -30,13 +30,14 @@ std::string_view nameOf(PrivacyService service) {
 } // namespace
 
 Task<> BridgeModel::act(Task<> action) {
+    const auto number = begin();
     Failure failure;
     try {
         co_await std::move(action);
     } catch (const std::exception& error) {
         failure = error.what();
     }
-    finish(std::move(failure));
+    finish(number, std::move(failure));
     co_await read();
 }
 
@@ -159,11 +160,12 @@ Task<> BridgeModel::askForAccess(PrivacyService service) {
 }
 
 void BridgeModel::openPrivacySettings() {
+    const auto number = begin();
     try {
         m_platform.privacySettings->open();
-        finish(std::nullopt);
+        finish(number, std::nullopt);
     } catch (const std::exception& error) {
-        finish(error.what());
+        finish(number, error.what());
     }
 }
 
@@ -179,6 +181,7 @@ Task<> BridgeModel::chooseFolder() {
 }
 
 void BridgeModel::removeFolder(std::string id) {
+    const auto number = begin();
     Failure failure;
     try {
         files.removeRoot(id);
@@ -186,25 +189,26 @@ void BridgeModel::removeFolder(std::string id) {
         failure = error.what();
     }
     readOnlyFolderIDs.set(files.readOnlyRootIDs());
-    finish(std::move(failure));
+    finish(number, std::move(failure));
 }
 
 void BridgeModel::setLaunchAtLogin(bool enabled) {
+    const auto number = begin();
     auto& item = *m_platform.loginItem;
     const auto status = item.status();
     try {
         if (!enabled && status != LoginItemStatus::notRegistered) {
             item.unregisterItem();
-            finish(std::nullopt);
+            finish(number, std::nullopt);
         } else if (enabled && status == LoginItemStatus::requiresApproval) {
             item.openLoginItemsSettings();
-            finish(std::nullopt);
+            finish(number, std::nullopt);
         } else if (enabled && status != LoginItemStatus::enabled) {
             item.registerItem();
-            finish(std::nullopt);
+            finish(number, std::nullopt);
         }
     } catch (const std::exception& error) {
-        finish("Could not update Launch at Login: " + std::string(error.what()));
+        finish(number, "Could not update Launch at Login: " + std::string(error.what()));
     }
     readLaunchAtLogin();
 }

@@ -189,11 +189,11 @@ TEST_F(Access, ThePlatformsPageIsShown) {
     run->privacySettings.fails = true;
     model().openPrivacySettings();
     EXPECT_EQ(lastError(), "There is no such page here.");
-    EXPECT_TRUE(model().lastErrorIsOfAnAction());
+    EXPECT_TRUE(model().failedAction());
     run->privacySettings.fails = false;
     model().openPrivacySettings();
     EXPECT_EQ(lastError(), std::nullopt);
-    EXPECT_FALSE(model().lastErrorIsOfAnAction());
+    EXPECT_FALSE(model().failedAction());
 }
 
 } // namespace

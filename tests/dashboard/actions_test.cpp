@@ -17,46 +17,63 @@ Task<> fail() {
     co_return;
 }
 
-TEST(UserActions, RunSeveralAtOnceAndOneOfAName) {
-    Gate one, two;
-    Actions actions;
-    int begun = 0;
+// Whose failure is shown is for the test to say.
+struct UserActions : testing::Test {
+    uint64_t begun = 0;
+    std::optional<uint64_t> failed;
+    Gate one, two; // before what waits for them
+    Actions actions{{[this] { return begun; }, [this] { return failed; }}};
+
+    // Work that counts: itself as begun, and in `times`.
+    Actions::Work counted(int& times) {
+        return [this, &times] {
+            ++begun;
+            ++times;
+            return done();
+        };
+    }
+    Actions::Work counted(int& times, Gate& gate) {
+        return [this, &times, &gate] {
+            ++begun;
+            ++times;
+            return pass(&gate);
+        };
+    }
+};
+
+TEST_F(UserActions, RunSeveralAtOnceAndOneOfAName) {
+    int worked = 0;
     const auto through = [&](Gate& gate) {
         return [&] {
-            ++begun;
+            ++worked;
             return pass(&gate);
         };
     };
     actions.start("one", through(one));
     actions.start("two", through(two));
     actions.start("one", through(two));
-    EXPECT_EQ(begun, 2);
+    EXPECT_EQ(worked, 2);
     EXPECT_TRUE(actions.isUnderWay("one"));
     one.open();
     EXPECT_FALSE(actions.isUnderWay("one"));
     EXPECT_TRUE(actions.isUnderWay("two"));
     QCoreApplication::processEvents();
     actions.start("one", through(one));
-    EXPECT_EQ(begun, 3);
+    EXPECT_EQ(worked, 3);
 }
 
-TEST(UserActions, RunSeveralOfANameWhereEachCounts) {
-    Gate first, second;
-    Actions actions;
-    actions.startAlways("one", [&] { return pass(&first); });
-    actions.startAlways("one", [&] { return pass(&second); });
-    EXPECT_TRUE(first.isAwaited());
-    EXPECT_TRUE(second.isAwaited());
-    first.open();
+TEST_F(UserActions, RunSeveralOfANameWhereEachCounts) {
+    actions.startAlways("one", [&] { return pass(&one); });
+    actions.startAlways("one", [&] { return pass(&two); });
+    EXPECT_TRUE(one.isAwaited());
+    EXPECT_TRUE(two.isAwaited());
+    one.open();
     EXPECT_TRUE(actions.isUnderWay("one"));
-    second.open();
+    two.open();
     EXPECT_FALSE(actions.isUnderWay("one"));
-    EXPECT_TRUE(actions.repeatLast());
-    EXPECT_TRUE(second.isAwaited());
 }
 
-TEST(UserActions, TellWhenTheyEndAlsoWhenTheyFail) {
-    Actions actions;
+TEST_F(UserActions, TellWhenTheyEndAlsoWhenTheyFail) {
     int ended = 0;
     actions.startUnrepeated("fails", fail, [&] { ++ended; });
     actions.startUnrepeated(
@@ -65,29 +82,55 @@ TEST(UserActions, TellWhenTheyEndAlsoWhenTheyFail) {
     EXPECT_FALSE(actions.isUnderWay("fails"));
 }
 
-TEST(UserActions, CanBeRepeatedWhereTheyAreMeantToBe) {
-    Actions actions;
-    EXPECT_FALSE(actions.repeatLast());
-    int wanted = 0, unrepeated = 0;
-    const auto count = [](int& number) {
-        return [&number] {
-            ++number;
-            return done();
-        };
-    };
-    actions.start("wanted", count(wanted));
-    actions.startUnrepeated("unrepeated", count(unrepeated));
-    EXPECT_TRUE(actions.repeatLast());
-    EXPECT_TRUE(actions.repeatLast());
-    EXPECT_EQ(wanted, 3);
+TEST_F(UserActions, RepeatWhatHasFailedAndNotWhatCameAfterIt) {
+    int first = 0, second = 0;
+    EXPECT_FALSE(actions.repeatFailed());
+    actions.start("first", counted(first));
+    failed = begun;
+    actions.start("second", counted(second));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(actions.repeatFailed());
+    EXPECT_EQ(first, 2);
+    EXPECT_EQ(second, 1);
+    failed.reset();
+    EXPECT_FALSE(actions.repeatFailed());
+}
+
+TEST_F(UserActions, RepeatTheOneThatFailedThoughTheyEndInAnotherOrder) {
+    int first = 0, second = 0;
+    actions.start("first", counted(first, one));
+    const auto number = begun;
+    actions.start("second", counted(second, two));
+    two.open();
+    QCoreApplication::processEvents();
+    failed = number;
+    one.open();
+    EXPECT_TRUE(actions.repeatFailed());
+    EXPECT_EQ(first, 2);
+    EXPECT_EQ(second, 1);
+}
+
+TEST_F(UserActions, RepeatNothingThatWasNotStartedHere) {
+    int wanted = 0;
+    actions.start("wanted", counted(wanted));
+    failed = ++begun;
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(actions.repeatFailed());
+}
+
+TEST_F(UserActions, DoNotRepeatWhatIsNotMeantTo) {
+    int unrepeated = 0;
+    actions.startUnrepeated("unrepeated", counted(unrepeated));
+    failed = begun;
+    EXPECT_FALSE(actions.repeatFailed());
     EXPECT_EQ(unrepeated, 1);
 }
 
-TEST(UserActions, EndWithTheDashboard) {
+TEST_F(UserActions, EndWithTheDashboard) {
     Gate gate;
     {
-        Actions actions;
-        actions.start("waits", [&] { return pass(&gate); });
+        Actions ending{{[] { return 0; }, [] { return std::nullopt; }}};
+        ending.start("waits", [&] { return pass(&gate); });
         EXPECT_TRUE(gate.isAwaited());
     }
     EXPECT_FALSE(gate.isAwaited());

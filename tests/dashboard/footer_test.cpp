@@ -97,6 +97,24 @@ TEST_F(TheRest, TriesAgainWhatFailedAndNotThePairingAfterIt) {
     EXPECT_FALSE(driver->find("lastError"));
 }
 
+TEST_F(TheRest, TriesAgainWhatFailedAndNotWhatWasBegunAfterIt) {
+    openAt("files");
+    bridge.chooser->failure = "The dialog can't be shown.";
+    driver->click("addFolder");
+    driver->click("launchAtLogin");
+    ASSERT_EQ(bridge.login->now, LoginItemStatus::enabled);
+    bridge.chooser->answered.open();
+    driver->settle();
+    EXPECT_EQ(driver->texts("lastError"), (QStringList{"The dialog can't be shown.", "Try again"}));
+    bridge.chooser->failure.clear();
+    driver->click("tryAgain");
+    EXPECT_EQ(bridge.chooser->questions.size(), 2u);
+    EXPECT_EQ(bridge.login->now, LoginItemStatus::enabled);
+    bridge.chooser->answered.open();
+    driver->settle();
+    EXPECT_FALSE(driver->find("lastError"));
+}
+
 TEST_F(TheRest, TriesAgainWhatFailedAndNotTheRefreshBeforeIt) {
     openWithEverythingGranted();
     driver->click("refresh");

@@ -3,6 +3,7 @@
 #include "adapters/jsonfile/consent_file.h"
 #include "app/bridge_model.h"
 #include "app/dashboard/dashboard.h"
+#include "base/platform_error.h"
 #include "tests/base/gate.h"
 #include "tests/fakes/sample_event_store.h"
 #include "tests/fakes/scripted_authorization.h"
@@ -46,11 +47,13 @@ class HeldFolderChooser : public FolderChooser {
 public:
     Gate answered;
     std::optional<std::string> answer;
+    std::string failure; // of the next calls, while it is set
     std::vector<FolderQuestion> questions;
 
     Task<std::optional<std::string>> choose(FolderQuestion question) override {
         questions.push_back(std::move(question));
         co_await answered.opened();
+        if (!failure.empty()) throw PlatformError(failure);
         co_return answer;
     }
 };

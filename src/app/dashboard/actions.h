@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <list>
+#include <optional>
 
 namespace bridge {
 
@@ -20,7 +21,14 @@ class Actions : public QObject {
     Q_OBJECT
 
 public:
-    Actions();
+    // How whoever does the work counts it, a work being counted as it begins, and which of it was the last to fail,
+    // where that is not mended yet.
+    struct Count {
+        std::function<uint64_t()> begun;
+        std::function<std::optional<uint64_t>()> failed;
+    };
+
+    explicit Actions(Count count);
     ~Actions() override;
 
     using Work = std::function<Task<>()>;
@@ -36,8 +44,8 @@ public:
 
     bool isUnderWay(const QString& name) const;
 
-    // The last thing that the user wanted and that can be repeated, once more; false when there is none.
-    bool repeatLast();
+    // What has failed, once more, as it was started; false when there is no such thing.
+    bool repeatFailed();
 
 signals:
     // Something has begun or ended.
@@ -48,8 +56,12 @@ private:
     static Task<> run(Actions* actions, Action* action);
     void begin(Action action);
     void sweep();
+    bool hasFailed(const Action& action) const;
 
+    Count m_count;
     std::list<Action> m_actions;
+    // Of the last that had failed when it ended.
+    uint64_t m_failed = 0;
     std::function<void()> m_repeat;
 };
 

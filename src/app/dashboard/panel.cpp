@@ -11,6 +11,7 @@ constexpr const char* opening = "opening"; // does less, so that Refresh may be 
 
 Panel::Panel(BridgeModel& model, ConsentQuestion& questions)
     : m_model(model),
+      m_actions({[&model] { return model.actionsBegun(); }, [&model] { return model.failedAction(); }}),
       m_calendars(model, m_actions, ResourceList::calendars, this),
       m_reminderLists(model, m_actions, ResourceList::reminderLists, this),
       m_folders(model, m_actions, this),
@@ -44,7 +45,7 @@ void Panel::refreshOnOpening() {
 }
 
 void Panel::tryAgain() {
-    if (!m_model.lastErrorIsOfAnAction() || !m_actions.repeatLast()) refresh();
+    if (!m_actions.repeatFailed()) refresh();
 }
 
 void Panel::openPrivacySettings() {

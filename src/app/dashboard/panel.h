@@ -42,7 +42,7 @@ public:
     bool isRefreshing() const;
 
     Q_INVOKABLE void refresh();
-    // What the user did last, where that failed, or else to read what could not be read.
+    // What the user did and what failed, as it is shown, or else to read what could not be read.
     Q_INVOKABLE void tryAgain();
     Q_INVOKABLE void openPrivacySettings();
     Q_INVOKABLE void startServer() { m_model.httpServer.start(); }
