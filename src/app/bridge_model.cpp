@@ -19,6 +19,9 @@ BridgeModel::BridgeModel(EventLoop& loop, Platform& platform, BridgeCapabilityPo
                *platform.clock),
       httpServer(loop, m_router, *platform.clock) {
     agentServerURL.set(pairingStore.serverURL());
+    // Also the agent's requests may change a setting.
+    m_watch = platform.defaults->savingFailure.observe([this](const auto&) { showFailures(); });
+    showFailures();
 }
 
 Task<> BridgeModel::start() {
@@ -29,6 +32,7 @@ Task<> BridgeModel::start() {
 
 Task<> BridgeModel::refresh() {
     m_actionFailure.reset();
+    m_platform.defaults->saveAgain();
     showFailures();
     if (m_credentialFailure) co_await readCredential();
     co_await read();
@@ -126,9 +130,11 @@ void BridgeModel::finish(uint64_t action, Failure failure) {
     showFailures();
 }
 
-// What the user did comes first, then what was read last.
+// What the user did comes first, and whether it lasts; then what was read last.
 void BridgeModel::showFailures() {
-    for (const auto* failure : {&m_actionFailure, &m_reminderListsFailure, &m_calendarsFailure, &m_credentialFailure}) {
+    const Failure* const failures[] = {&m_actionFailure, &m_platform.defaults->savingFailure.get(),
+                                       &m_reminderListsFailure, &m_calendarsFailure, &m_credentialFailure};
+    for (const auto* failure : failures) {
         if (*failure) return lastError.set(*failure);
     }
     lastError.set(std::nullopt);

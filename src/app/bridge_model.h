@@ -33,7 +33,8 @@ enum class AccessAction {
 // What the user does is a task where it may have to wait; perform() keeps it for whoever can't. Any number of them may
 // be under way: each makes its change in its turn, and what is published afterwards is never older than what was
 // published before. Failures are not thrown but shown: those of pairing in `pairingStatusMessage`, all others in
-// `lastError`, where one stays until the user refreshes or such an action succeeds.
+// `lastError`, where one stays until the user refreshes or such an action succeeds. A setting that can't be saved
+// holds all the same and is shown as it holds; that it won't last is in `lastError` until it is saved.
 class BridgeModel {
 public:
     // The policy is loaded by the caller first: whether this is a fresh installation shows only before anything else
@@ -47,7 +48,8 @@ public:
     // For the button: takes away what went wrong before, and reads everything anew that may have changed elsewhere:
     // permissions, calendars and lists, which of them are allowed, folders, enabled capabilities, launch at login, what
     // serves each group, and a credential that could not be read. What can't be read is in `lastError`, and what was
-    // known of it before stays. Those that are asked for while one is under way become one more.
+    // known of it before stays. Settings that could not be saved are saved, or stay in `lastError`. Those that are
+    // asked for while one is under way become one more.
     Task<> refresh();
     // For the dashboard when it comes up: an action may have failed while nobody looked, so that failure stays to be
     // read; nor is the credential tried again, for which the platform might ask the user.
@@ -63,7 +65,7 @@ public:
     // Shows the platform's page.
     void openPrivacySettings();
 
-    // Capabilities. Stored and published at once.
+    // Capabilities. Stored and published at once, whether they can be saved or not.
     void setEnabled(BridgeCapability capability, bool enabled);
     void setGroupEnabled(BridgeCapabilityGroup group, bool enabled);
     // What stands behind the group, for a quiet line: "Evolution Data Server", "this computer", "MPD", or what has to
@@ -178,6 +180,7 @@ public:
     BridgeHTTPServer httpServer;
 
 private:
+    Subscription m_watch;
     TaskSet m_actions; // goes first
 };
 

@@ -54,6 +54,20 @@ TEST_F(Access, IsPublishedByServiceAsByName) {
     }
 }
 
+TEST_F(Access, AnAnswerThatCanNotBeSavedIsNoneAndIsTold) {
+    std::filesystem::create_directory(folder / profile::consent);
+    for (const auto service : allServices) {
+        request(service);
+        EXPECT_NE(state(service), State::fullAccess);
+        const auto told = lastError().value_or("");
+        EXPECT_TRUE(told.starts_with("The answer could not be saved, so nothing has changed.")) << told;
+    }
+    std::filesystem::remove(folder / profile::consent);
+    request(Service::contacts);
+    EXPECT_EQ(state(Service::contacts), State::fullAccess);
+    EXPECT_EQ(lastError(), std::nullopt);
+}
+
 TEST_F(Access, ARefusalIsToldAndMayBeTakenBack) {
     const std::string names[] = {"Calendar", "Reminders", "Contacts", "Music", "Location"};
     for (const auto service : allServices) {

@@ -40,6 +40,54 @@ TEST_F(Switches, LeaveTheLastErrorAlone) {
     EXPECT_EQ(model().lastError.get(), "There is no such page here.");
 }
 
+// Also for the superuser, who may write everywhere.
+void putFolderAt(const std::filesystem::path& file) {
+    std::filesystem::remove(file);
+    std::filesystem::create_directory(file);
+}
+
+TEST_F(Switches, HoldWhenTheyCanNotBeSavedAndSayThatTheyWontLast) {
+    putFolderAt(folder / profile::defaults);
+    model().setEnabled(BridgeCapability::filesRead, true);
+    EXPECT_EQ(enabled(), std::set{BridgeCapability::filesRead});
+    const auto said = model().lastError.get().value_or("");
+    EXPECT_TRUE(said.starts_with("The settings could not be saved and hold only until the program ends.")) << said;
+    EXPECT_FALSE(model().failedAction());
+    run->loop.runUntilDone(model().refreshOnOpening());
+    EXPECT_EQ(model().lastError.get(), said);
+    run->loop.runUntilDone(model().refresh());
+    EXPECT_EQ(model().lastError.get(), said);
+
+    std::filesystem::remove(folder / profile::defaults);
+    run->loop.runUntilDone(model().refresh());
+    EXPECT_EQ(model().lastError.get(), std::nullopt);
+    restart();
+    run->start();
+    EXPECT_EQ(enabled(), std::set{BridgeCapability::filesRead});
+}
+
+TEST_F(Switches, OfCalendarsSayWhenTheyWontLast) {
+    run->consent.setStatus(PrivacyService::calendar, 3);
+    run->loop.runUntilDone(model().refresh());
+    putFolderAt(folder / profile::defaults);
+    run->loop.runUntilDone(model().setAllCalendars(true));
+    EXPECT_FALSE(model().allowedCalendarIDs.get().empty());
+    EXPECT_TRUE(model().lastError.get());
+    std::filesystem::remove(folder / profile::defaults);
+    run->loop.runUntilDone(model().setAllCalendars(false));
+    EXPECT_EQ(model().lastError.get(), std::nullopt);
+    EXPECT_EQ(storedDefaults().at("appleBridge.allowedCalendarIDs"), parseJSON("[]"));
+}
+
+TEST_F(Switches, SayAtTheStartThatNothingCanBeSaved) {
+    EventLoop loop;
+    auto platform = openEmbeddedPlatform(loop, folder.file("elsewhere/profile"));
+    std::filesystem::create_directories(folder / "elsewhere/profile/defaults.json");
+    BridgeCapabilityPolicy policy(*platform.defaults);
+    const BridgeModel other(loop, platform, policy);
+    EXPECT_TRUE(other.lastError.get());
+}
+
 TEST_F(Switches, EveryGroupSaysWhatServesIt) {
     EXPECT_EQ(model().servedBy(Group::calendar), calendars.description());
     EXPECT_EQ(model().servedBy(Group::reminders), calendars.description());

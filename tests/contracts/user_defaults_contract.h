@@ -57,6 +57,7 @@ TEST_P(UserDefaultsContract, FindsEachKindAlsoAfterARestart) {
     defaults->setStrings("strings", {"b", "a", "b"});
     defaults->setString("string", "text");
     defaults->setData("data", "bytes");
+    EXPECT_EQ(defaults->savingFailure.get(), std::nullopt);
     for (int run = 1; run <= 2; ++run) {
         EXPECT_TRUE(defaults->contains("strings"));
         EXPECT_EQ(defaults->strings("strings"), (Strings{"b", "a", "b"}));

@@ -23,6 +23,7 @@ public:
     void setStrings(std::string_view key, std::vector<std::string> values) override { set(key, std::move(values)); }
     void setString(std::string_view key, std::string value) override { set(key, std::move(value)); }
     void setData(std::string_view key, std::string bytes) override { set(key, Blob{std::move(bytes)}); }
+    void saveAgain() override {}
 
     int timesSet() const { return m_timesSet; }
 

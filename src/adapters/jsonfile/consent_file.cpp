@@ -1,6 +1,7 @@
 #include "adapters/jsonfile/consent_file.h"
 
 #include "base/log.h"
+#include "base/platform_error.h"
 #include "base/record.h"
 
 #include <algorithm>
@@ -51,7 +52,7 @@ bool isOpen(PrivacyService service, std::optional<int> status) {
 } // namespace
 
 ConsentFile::ConsentFile(std::string path, ConsentPrompt& prompt)
-    : m_file(std::move(path), Trust::oursOnly), m_prompt(prompt) {
+    : m_path(std::move(path)), m_file(m_path, Trust::oursOnly), m_prompt(prompt) {
     const auto text = m_file.read();
     if (!text) return;
     try {
@@ -99,7 +100,12 @@ void ConsentFile::setStatus(PrivacyService service, std::optional<int> status) {
     JSONValue::Object stored;
     for (const auto& [each, answer] : answers)
         stored.emplace(nameOf(each), answer ? JSONValue{static_cast<double>(*answer)} : JSONValue{nullptr});
-    m_file.write(writeJSON({std::move(stored)}));
+    try {
+        m_file.write(writeJSON({std::move(stored)}));
+    } catch (const PlatformError& error) {
+        throw PlatformError("The answer could not be saved, so nothing has changed. See that " + m_path +
+                            " can be written, then try again. " + error.what());
+    }
     m_answers = std::move(answers);
     ++m_answersGiven[service];
 }

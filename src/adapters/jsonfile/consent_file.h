@@ -34,6 +34,7 @@ public:
 private:
     Task<> ask(PrivacyService service);
 
+    const std::string m_path;
     PrivateFile m_file;
     ConsentPrompt& m_prompt;
     AsyncMutex m_asking;

@@ -20,7 +20,7 @@ std::optional<JSONValue::Object> parseObject(const std::string& text) {
 
 } // namespace
 
-JSONFileUserDefaults::JSONFileUserDefaults(std::string path) : m_file(std::move(path), Trust::any) {
+JSONFileUserDefaults::JSONFileUserDefaults(std::string path) : m_path(std::move(path)), m_file(m_path, Trust::any) {
     const auto content = m_file.read();
     if (!content) return;
     if (auto values = parseObject(*content)) {
@@ -76,10 +76,21 @@ void JSONFileUserDefaults::setData(std::string_view key, std::string bytes) {
 
 void JSONFileUserDefaults::set(std::string_view key, JSONValue value) {
     m_values.insert_or_assign(std::string(key), std::move(value));
+    save();
+}
+
+void JSONFileUserDefaults::saveAgain() {
+    if (savingFailure.get()) save();
+}
+
+void JSONFileUserDefaults::save() {
     try {
         m_file.write(writeJSON({m_values}));
+        savingFailure.set(std::nullopt);
     } catch (const PlatformError& error) {
-        log::note(std::string("the settings could not be saved. ") + error.what());
+        log::note(std::string("The settings could not be saved. ") + error.what());
+        savingFailure.set("The settings could not be saved and hold only until the program ends. See that " + m_path +
+                          " can be written, then try again. " + error.what());
     }
 }
 

@@ -23,11 +23,14 @@ public:
     void setStrings(std::string_view key, std::vector<std::string> values) override;
     void setString(std::string_view key, std::string value) override;
     void setData(std::string_view key, std::string bytes) override;
+    void saveAgain() override;
 
 private:
     void set(std::string_view key, JSONValue value);
+    void save();
     const JSONValue* find(std::string_view key) const;
 
+    const std::string m_path;
     PrivateFile m_file;
     JSONValue::Object m_values;
 };

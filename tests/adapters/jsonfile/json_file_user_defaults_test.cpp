@@ -133,6 +133,7 @@ TEST_F(JSONFileUserDefaultsTest, AFailedSaveKeepsTheValueForTheNextOne) {
     write(place, "a file where the folder was");
     defaults.setString("meanwhile", "2");
     EXPECT_EQ(defaults.string("meanwhile"), "2");
+    EXPECT_NE(defaults.savingFailure.get().value_or("").find(place + "/defaults.json"), std::string::npos);
 
     std::filesystem::remove(place);
     std::filesystem::rename(folder.file("away"), place);
@@ -142,6 +143,24 @@ TEST_F(JSONFileUserDefaultsTest, AFailedSaveKeepsTheValueForTheNextOne) {
     EXPECT_EQ(reopened.string("before"), "1");
     EXPECT_EQ(reopened.string("meanwhile"), "2");
     EXPECT_EQ(reopened.string("after"), "3");
+    EXPECT_EQ(defaults.savingFailure.get(), std::nullopt);
+}
+
+TEST_F(JSONFileUserDefaultsTest, SavesAgainWhatCouldNotBeSavedAndOnlyThat) {
+    std::filesystem::create_directory(folder / "away");
+    JSONFileUserDefaults defaults(path);
+    std::filesystem::rename(folder / "away", path);
+    defaults.setString("key", "value");
+    defaults.saveAgain();
+    EXPECT_TRUE(defaults.savingFailure.get());
+    std::filesystem::remove(path);
+    defaults.saveAgain();
+    EXPECT_EQ(defaults.savingFailure.get(), std::nullopt);
+    EXPECT_EQ(JSONFileUserDefaults(path).string("key"), "value");
+
+    std::filesystem::remove(path);
+    defaults.saveAgain();
+    EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 TEST_F(JSONFileUserDefaultsTest, LeavesNoOtherFileBehind) {
