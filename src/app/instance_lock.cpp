@@ -1,5 +1,6 @@
 #include "app/instance_lock.h"
 
+#include "base/make_folders.h"
 #include "base/platform_error.h"
 
 #include <cstdlib>
@@ -17,21 +18,14 @@ bool isOursAlone(const std::string& folder) {
            (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
-void makeFolder(const std::string& folder) {
-    // What is above a fresh profile may be missing as well.
-    for (size_t end = folder.find('/', 1); end != folder.npos; end = folder.find('/', end + 1))
-        mkdir(folder.substr(0, end).c_str(), S_IRWXU);
-    if (mkdir(folder.c_str(), S_IRWXU) != 0 && errno != EEXIST) throw PlatformError::fromErrno(folder, errno);
-    if (!isOursAlone(folder)) throw PlatformError(folder + " is not a folder of yours alone.");
-}
-
 } // namespace
 
 std::string instanceFolder(const std::string& profile) {
     const char* runtime = std::getenv("XDG_RUNTIME_DIR");
     const bool isUsable = runtime && *runtime == '/' && isOursAlone(runtime);
     auto folder = isUsable ? std::string(runtime) + "/brindlefox-apple-bridge" : profile;
-    makeFolder(folder);
+    makeFolders(folder, folder);
+    if (!isOursAlone(folder)) throw PlatformError(folder + " is not a folder of yours alone.");
     return folder;
 }
 

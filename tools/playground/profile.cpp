@@ -3,6 +3,7 @@
 #include "adapters/jsonfile/consent_file.h"
 #include "app/import/file_import.h"
 #include "app/import/import_report.h"
+#include "base/make_folders.h"
 #include "sample_calendars.h"
 #include "sample_contacts.h"
 #include "sample_data.h"
@@ -11,19 +12,10 @@
 
 #include <cstdio>
 #include <stdlib.h>
-#include <sys/stat.h>
 
 namespace bridge::playground {
 
 namespace {
-
-void makeFoldersForTheUserAlone(const std::filesystem::path& folder) {
-    const auto former = umask(077);
-    std::error_code failure;
-    std::filesystem::create_directories(folder, failure);
-    umask(former);
-    if (failure) throw std::filesystem::filesystem_error("The profile could not be made", folder, failure);
-}
 
 void choose(BridgeCapabilityPolicy& policy, const Choice& choice) {
     if (choice.kind == Choice::Kind::keep) return;
@@ -88,7 +80,7 @@ Profile::Profile(const std::optional<std::string>& keptFolder) : m_isKept(keptFo
     if (m_isKept) {
         m_folder = std::filesystem::absolute(*keptFolder).lexically_normal();
         if (!m_folder.has_filename()) m_folder = m_folder.parent_path(); // was written with a slash at its end
-        makeFoldersForTheUserAlone(m_folder);
+        makeFolders(m_folder, "The profile could not be made");
     } else {
         auto pattern = (std::filesystem::temp_directory_path() / "brindlefox-try-XXXXXX").string();
         if (!mkdtemp(pattern.data())) throw std::runtime_error("No temporary folder could be made in " + pattern);

@@ -3,6 +3,7 @@
 #include "base/atomic_file.h"
 #include "base/exclusive_rename.h"
 #include "base/file_descriptor.h"
+#include "base/make_folders.h"
 #include "base/platform_error.h"
 
 #include <array>
@@ -18,15 +19,6 @@ namespace {
 
 FileDescriptor openFolder(const std::string& path) {
     return FileDescriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-}
-
-void makeFolders(const std::filesystem::path& path) {
-    if (mkdir(path.c_str(), 0700) == 0 || errno == EEXIST) return;
-    if (errno != ENOENT || !path.has_relative_path())
-        throw PlatformError::fromErrno("The folder could not be made", errno);
-    makeFolders(path.parent_path());
-    if (mkdir(path.c_str(), 0700) != 0 && errno != EEXIST)
-        throw PlatformError::fromErrno("The folder could not be made", errno);
 }
 
 // Empty when there is no such file.
@@ -74,7 +66,7 @@ std::optional<std::string> PrivateFile::read() const {
 }
 
 void PrivateFile::write(std::string_view content) const {
-    makeFolders(m_folder);
+    makeFolders(m_folder, "The folder could not be made");
     const auto folder = openFolder(m_folder);
     if (!folder) throw PlatformError::fromErrno("The folder could not be opened", errno);
     if (m_trust == Trust::oursOnly) openChecked(folder.get(), m_name, m_trust);

@@ -1,28 +1,23 @@
 #include "adapters/libreoffice/work_folder.h"
 
+#include "base/make_folders.h"
 #include "base/platform_error.h"
 #include "base/uuid.h"
 
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/file.h>
-#include <sys/stat.h>
 
 namespace bridge::office {
 
 namespace {
 
-constexpr mode_t onlyUs = 0700;
+constexpr const char* cannotBeMade = "The office program's folder can't be made";
 
 FileDescriptor openFolder(const std::string& path) {
     FileDescriptor folder(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     if (!folder) throw PlatformError::fromErrno("The office program's folder can't be opened", errno);
     return folder;
-}
-
-void makeFolderAt(const std::string& path) {
-    if (mkdir(path.c_str(), onlyUs) != 0 && errno != EEXIST)
-        throw PlatformError::fromErrno("The office program's folder can't be made", errno);
 }
 
 void removeAll(const std::string& path) {
@@ -42,17 +37,15 @@ void sweep(const std::string& parent) {
 } // namespace
 
 WorkFolder::WorkFolder(const std::string& parent) : m_path(parent + "/" + makeUUID()) {
-    std::error_code none;
-    std::filesystem::create_directories(std::filesystem::path(parent).parent_path(), none);
-    makeFolderAt(parent);
+    makeFolders(parent, cannotBeMade);
     const auto all = openFolder(parent);
     // Until this folder has its lock nobody else may sweep.
     flock(all.get(), LOCK_EX);
     sweep(parent);
-    makeFolderAt(m_path);
+    makeFolders(m_path, cannotBeMade);
     m_lock = openFolder(m_path);
     flock(m_lock.get(), LOCK_EX);
-    makeFolderAt(documents());
+    makeFolders(documents(), cannotBeMade);
 }
 
 WorkFolder::~WorkFolder() {
@@ -61,7 +54,7 @@ WorkFolder::~WorkFolder() {
 
 std::string WorkFolder::makeFolder() const {
     const auto name = makeUUID();
-    makeFolderAt(documents() + "/" + name);
+    makeFolders(documents() + "/" + name, cannotBeMade);
     return name;
 }
 

@@ -3,9 +3,9 @@
 #include "adapters/mpd/playback.h"
 #include "adapters/mpd/playlist_changes.h"
 #include "adapters/mpd/waiting.h"
+#include "base/make_folders.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <fmt/format.h>
 
 namespace bridge::mpd {
@@ -84,7 +84,7 @@ MpdConnection& MpdPlayer::connection(Call& call) {
 void MpdPlayer::connect(const MpdServer& server, Call& call) {
     auto connection = std::make_unique<MpdConnection>(server, call);
     if (!m_known || server != m_server) {
-        std::filesystem::create_directories(m_options.own.folder);
+        makeFolders(m_options.own.folder, "The folder of the music player could not be made");
         // Each MPD has playlists of its own.
         m_known.emplace(fmt::format("{}/playlists-{:016X}.json", m_options.own.folder,
                                     stableHash(server.host + '\n' + server.port)));

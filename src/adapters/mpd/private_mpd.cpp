@@ -3,6 +3,7 @@
 #include "adapters/mpd/mpd_connection.h"
 #include "adapters/mpd/running_mpd.h"
 #include "adapters/mpd/waiting.h"
+#include "base/make_folders.h"
 
 #include <filesystem>
 #include <fstream>
@@ -87,7 +88,7 @@ void PrivateMpd::end() {
 }
 
 void PrivateMpd::prepareFolder() {
-    fs::create_directories(m_options.folder + "/playlists");
+    makeFolders(m_options.folder + "/playlists", "The folder of the music player could not be made");
     fs::permissions(m_options.folder, fs::perms::owner_all);
     if (m_socket.empty()) m_socket = socketPath();
     fs::remove(m_socket); // of one that was killed

@@ -2,13 +2,13 @@
 
 #include "base/exclusive_rename.h"
 #include "base/file_descriptor.h"
+#include "base/make_folders.h"
 #include "base/uuid.h"
 
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
 #include <fmt/format.h>
-#include <sys/stat.h>
 
 namespace bridge {
 
@@ -23,15 +23,6 @@ void migrate(Database& database, const StoreSchema& schema) {
          ++version)
         database.script(schema.migrations[version]);
     database.script(fmt::format("PRAGMA user_version = {}", schema.migrations.size()).c_str());
-}
-
-void makeFolders(const std::filesystem::path& path, const char* contents) {
-    if (mkdir(path.c_str(), 0700) == 0 || errno == EEXIST) return;
-    if (errno == ENOENT && path.has_relative_path()) {
-        makeFolders(path.parent_path(), contents);
-        if (mkdir(path.c_str(), 0700) == 0 || errno == EEXIST) return;
-    }
-    throw PlatformError::fromErrno(fmt::format("The folder of the {} can't be made", contents), errno);
 }
 
 // A file under a name of its own, gone unless it was given its place.
@@ -61,7 +52,7 @@ private:
 
 void createStore(const std::string& path, const StoreSchema& schema, const DatabaseOptions& options) {
     const std::filesystem::path place(path);
-    makeFolders(place.parent_path(), schema.contents);
+    makeFolders(place.parent_path(), fmt::format("The folder of the {} can't be made", schema.contents));
     const FileDescriptor folder(open(place.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!folder)
         throw PlatformError::fromErrno(fmt::format("The folder of the {} can't be opened", schema.contents), errno);

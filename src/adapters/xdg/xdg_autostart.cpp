@@ -2,6 +2,7 @@
 
 #include "adapters/xdg/find_program.h"
 #include "base/atomic_file.h"
+#include "base/make_folders.h"
 #include "base/text.h"
 
 #include <fcntl.h>
@@ -52,12 +53,7 @@ bool canBeHad(const std::string& folder) {
 }
 
 FileDescriptor makeFolder(const std::string& path) {
-    for (size_t end = path.find('/', 1);; end = path.find('/', end + 1)) {
-        const auto part = path.substr(0, end);
-        if (mkdir(part.c_str(), 0700) != 0 && errno != EEXIST && errno != EROFS && errno != EACCES)
-            throw PlatformError::fromErrno("The autostart folder could not be made", errno);
-        if (end == std::string::npos) break;
-    }
+    makeFolders(path, "The autostart folder could not be made");
     FileDescriptor folder(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!folder) throw PlatformError::fromErrno("The autostart folder could not be opened", errno);
     return folder;
