@@ -1,6 +1,7 @@
 #include "app/bridge_model.h"
 
 #include "base/apple_bridge_error.h"
+#include "platform/privacy_service_names.h"
 
 namespace bridge {
 
@@ -10,22 +11,6 @@ struct FinallyNot {
     bool& flag;
     ~FinallyNot() { flag = false; }
 };
-
-std::string_view nameOf(PrivacyService service) {
-    switch (service) {
-    case PrivacyService::calendar:
-        return "Calendar";
-    case PrivacyService::reminders:
-        return "Reminders";
-    case PrivacyService::contacts:
-        return "Contacts";
-    case PrivacyService::music:
-        return "Music";
-    case PrivacyService::location:
-        return "Location";
-    }
-    return {};
-}
 
 } // namespace
 
@@ -145,17 +130,17 @@ Task<> BridgeModel::askForAccess(PrivacyService service) {
     auto& authorization = *m_platform.authorization;
     if (authorization.canAskAgain(service) && wasAnswered(service)) {
         const bool granted = co_await authorization.askAgain(service);
-        if (!granted) throw AppleBridgeError::permissionDenied(nameOf(service));
+        if (!granted) throw AppleBridgeError::permissionDenied(titleOf(service));
     } else if (service == PrivacyService::calendar) {
         co_await dataBridge.requestCalendarAccess();
     } else if (service == PrivacyService::reminders) {
         co_await dataBridge.requestRemindersAccess();
     } else if (service == PrivacyService::location) {
         const auto state = co_await location.requestLocationAccess();
-        if (state != BridgePermissionState::fullAccess) throw AppleBridgeError::permissionDenied(nameOf(service));
+        if (state != BridgePermissionState::fullAccess) throw AppleBridgeError::permissionDenied(titleOf(service));
     } else {
         const bool granted = co_await authorization.requestAccess(service);
-        if (!granted) throw AppleBridgeError::permissionDenied(nameOf(service));
+        if (!granted) throw AppleBridgeError::permissionDenied(titleOf(service));
     }
 }
 

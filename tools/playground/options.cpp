@@ -1,5 +1,7 @@
 #include "options.h"
 
+#include "platform/privacy_service_names.h"
+
 #include <algorithm>
 
 namespace bridge::playground {
@@ -46,25 +48,15 @@ Choice readCapabilities(const std::string& word) {
     return choice;
 }
 
-struct Service {
-    PrivacyService service;
-    std::string_view name;
-};
-constexpr Service services[] = {{PrivacyService::calendar, "calendar"},
-                                {PrivacyService::reminders, "reminders"},
-                                {PrivacyService::contacts, "contacts"},
-                                {PrivacyService::music, "music"},
-                                {PrivacyService::location, "location"}};
-
-const Service& readService(const std::string& name) {
-    const auto* const found = std::ranges::find(services, name, &Service::name);
-    if (found == std::end(services))
+const PrivacyServiceNames& readService(const std::string& name) {
+    const auto* const found = std::ranges::find(privacyServices, name, &PrivacyServiceNames::name);
+    if (found == privacyServices.end())
         throw UsageError("\"" + name + "\" is no service; they are calendar, reminders, contacts, music and location.");
     return *found;
 }
 
 // The number that this state is made from.
-std::optional<int> statusOf(const Service& service, BridgePermissionState state) {
+std::optional<int> statusOf(const PrivacyServiceNames& service, BridgePermissionState state) {
     constexpr int nothingKnown = 99;
     if (state == BridgePermissionState::unavailable) return std::nullopt;
     for (const int status : {0, 1, 2, 3, 4, nothingKnown})
@@ -86,7 +78,7 @@ void addPermission(Options& options, const std::string& word) {
 
 Options readOptions(const std::vector<std::string>& words) {
     Options options;
-    for (const auto& service : services)
+    for (const auto& service : privacyServices)
         options.permissions[service.service] = statusOf(service, BridgePermissionState::fullAccess);
     for (size_t index = 0; index < words.size(); ++index) {
         const auto& word = words[index];

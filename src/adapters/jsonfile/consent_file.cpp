@@ -3,32 +3,26 @@
 #include "base/log.h"
 #include "base/platform_error.h"
 #include "base/record.h"
+#include "platform/privacy_service_names.h"
 
 #include <algorithm>
-#include <array>
 #include <climits>
 
 namespace bridge {
 
 namespace {
 
-constexpr std::array<std::string_view, 5> names{"calendar", "reminders", "contacts", "music", "location"};
-
-std::string_view nameOf(PrivacyService service) {
-    return names[static_cast<size_t>(service)];
-}
-
 std::map<PrivacyService, std::optional<int>> readAnswers(const std::string& text) {
     std::map<PrivacyService, std::optional<int>> answers;
     const auto stored = decode<std::map<std::string, JSONValue>>(parseJSON(text));
-    for (size_t index = 0; index < names.size(); ++index) {
-        const auto found = stored.find(std::string(names[index]));
+    for (const auto& known : privacyServices) {
+        const auto found = stored.find(std::string(known.name));
         if (found == stored.end()) continue;
         std::optional<int> status;
         // Clamped: cut off, a number without meaning could turn into one that grants.
         if (!found->second.isNull())
             status = static_cast<int>(std::clamp<int64_t>(decode<int64_t>(found->second), INT_MIN, INT_MAX));
-        answers.emplace(static_cast<PrivacyService>(index), status);
+        answers.emplace(known.service, status);
     }
     return answers;
 }

@@ -1,5 +1,8 @@
 #include "app/dashboard/consent_item.h"
 
+#include "app/dashboard/text.h"
+#include "platform/privacy_service_names.h"
+
 namespace bridge {
 
 ConsentItem::ConsentItem(ConsentQuestion& questions, QObject* parent)
@@ -16,20 +19,7 @@ ConsentItem::~ConsentItem() {
 
 QString ConsentItem::service() const {
     const auto current = m_questions.current.get();
-    if (!current) return {};
-    switch (*current) {
-    case PrivacyService::calendar:
-        return "calendar";
-    case PrivacyService::reminders:
-        return "reminders";
-    case PrivacyService::contacts:
-        return "contacts";
-    case PrivacyService::music:
-        return "music";
-    case PrivacyService::location:
-        return "location";
-    }
-    return {};
+    return current ? shown(nameOf(*current)) : QString();
 }
 
 } // namespace bridge

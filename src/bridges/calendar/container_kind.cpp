@@ -5,7 +5,6 @@ namespace bridge {
 constexpr ContainerKind calendarKind{
     .entityType = EntityType::event,
     .service = PrivacyService::calendar,
-    .serviceName = "Calendar",
     .label = "Calendar",
     .noneAuthorized = "No calendars have been authorized in Brindlefox Apple Bridge.",
     .noneAvailable = "No currently available calendars are authorized in Brindlefox Apple Bridge.",
@@ -20,7 +19,6 @@ constexpr ContainerKind calendarKind{
 constexpr ContainerKind reminderListKind{
     .entityType = EntityType::reminder,
     .service = PrivacyService::reminders,
-    .serviceName = "Reminders",
     .label = "Reminder list",
     .noneAuthorized = "No reminder lists have been authorized in Brindlefox Apple Bridge.",
     .noneAvailable = "No currently available reminder lists are authorized in Brindlefox Apple Bridge.",

@@ -10,8 +10,7 @@ namespace bridge {
 struct ContainerKind {
     EntityType entityType;
     PrivacyService service;
-    std::string_view serviceName; // in a refusal
-    std::string_view label;       // of its title
+    std::string_view label; // of its title
     // AppleBridgeError resourceAccessDenied with these when...
     std::string_view noneAuthorized;
     std::string_view noneAvailable;

@@ -6,6 +6,7 @@
 #include "bridges/calendar/sorting.h"
 #include "bridges/calendar/writable_sources.h"
 #include "bridges/common/permission_state.h"
+#include "platform/privacy_service_names.h"
 
 namespace bridge {
 
@@ -25,12 +26,12 @@ std::vector<AppleListDescriptor> describeSorted(const std::vector<Calendar>& cal
 
 void Containers::requireFullAccess() const {
     if (permissionState(m_authorization, m_kind.service) != BridgePermissionState::fullAccess)
-        throw AppleBridgeError::permissionDenied(m_kind.serviceName);
+        throw AppleBridgeError::permissionDenied(titleOf(m_kind.service));
 }
 
 Task<> Containers::requestAccess() {
     const bool granted = co_await m_authorization.requestAccess(m_kind.service);
-    if (!granted) throw AppleBridgeError::permissionDenied(m_kind.serviceName);
+    if (!granted) throw AppleBridgeError::permissionDenied(titleOf(m_kind.service));
 }
 
 bool Containers::isAllowed(const std::string& identifier) const {

@@ -4,6 +4,7 @@
 #include "bridges/common/permission_state.h"
 #include "bridges/contacts/contact_edits.h"
 #include "bridges/contacts/contact_search.h"
+#include "platform/privacy_service_names.h"
 
 namespace bridge {
 
@@ -19,7 +20,7 @@ void ContactDataBridge::ensureContactsAccess() const {
     case BridgePermissionState::writeOnly:
     case BridgePermissionState::unavailable:
     case BridgePermissionState::unknown:
-        throw AppleBridgeError::permissionDenied("Contacts");
+        throw AppleBridgeError::permissionDenied(titleOf(PrivacyService::contacts));
     }
 }
 

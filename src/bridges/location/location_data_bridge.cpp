@@ -2,6 +2,7 @@
 
 #include "base/apple_bridge_error.h"
 #include "base/uuid.h"
+#include "platform/privacy_service_names.h"
 
 namespace bridge {
 
@@ -79,7 +80,8 @@ void LocationDataBridge::withdraw(const AccessContinuation& continuation) {
 }
 
 Task<LocationDescriptor> LocationDataBridge::currentLocation() {
-    if (m_manager.authorizationStatus() != authorizedAlways) throw AppleBridgeError::permissionDenied("Location");
+    if (m_manager.authorizationStatus() != authorizedAlways)
+        throw AppleBridgeError::permissionDenied(titleOf(PrivacyService::location));
     const auto continuation = std::make_shared<Continuation<LocationFix>>();
     const Withdrawal withdrawal(m_self, continuation);
     startLocationRequest(continuation);

@@ -6,6 +6,7 @@
 #include "bridges/music/descriptions.h"
 #include "bridges/music/persistent_id.h"
 #include "bridges/scripting/flattened_strings.h"
+#include "platform/privacy_service_names.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -34,7 +35,7 @@ std::vector<std::string> trimmedIDs(const std::vector<std::string>& songIDs) {
 
 void MusicDataBridge::ensureMusicAccess() const {
     if (permissionState(m_authorization, PrivacyService::music) != BridgePermissionState::fullAccess)
-        throw AppleBridgeError::permissionDenied("Music");
+        throw AppleBridgeError::permissionDenied(titleOf(PrivacyService::music));
 }
 
 Task<std::shared_ptr<const MusicLibraryContents>> MusicDataBridge::openLibrary() {
