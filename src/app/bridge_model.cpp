@@ -110,6 +110,10 @@ void BridgeModel::readServices() {
     names[static_cast<size_t>(BridgeCapabilityGroup::calendar)] = m_platform.eventStore->description();
     names[static_cast<size_t>(BridgeCapabilityGroup::reminders)] = m_platform.eventStore->description();
     names[static_cast<size_t>(BridgeCapabilityGroup::contacts)] = m_platform.contactStore->description();
+    names[static_cast<size_t>(BridgeCapabilityGroup::locationMaps)] =
+        "Location: " + m_platform.locationManager->description() +
+        ". Places: " + m_platform.localSearch->description() + ". Directions: " + m_platform.directions->description() +
+        ".";
     services.set(std::move(names));
 }
 

@@ -17,10 +17,6 @@ void openMaps(EventLoop& loop, Platform& platform, const ServiceSettings& settin
     platform.directionsClient = std::make_unique<CurlHTTPClient>(loop);
     platform.localSearch = openLocalSearch(loop, *platform.placesClient, *platform.clock, settings.placesServer);
     platform.directions = openDirections(*platform.directionsClient, settings);
-    platform.services[BridgeCapabilityGroup::locationMaps] = [&search = *platform.localSearch,
-                                                              &directions = *platform.directions] {
-        return "Places: " + search.description() + ". Directions: " + directions.description() + ".";
-    };
 }
 
 } // namespace bridge

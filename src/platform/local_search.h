@@ -44,8 +44,8 @@ public:
     // throws PlatformError. A dropped task abandons it.
     virtual Task<std::vector<MapItem>> search(LocalSearchQuery query) = 0;
 
-    // What it searches, and whose data that is, for "Places are those of ...". Empty when there is nothing to say.
-    virtual std::string description() const { return {}; }
+    // What it searches, and whose data that is, for the user.
+    virtual std::string description() const = 0;
 };
 
 } // namespace bridge

@@ -4,6 +4,7 @@
 
 #include <exception>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace bridge {
@@ -57,6 +58,9 @@ public:
 
     // Forgets the request: nothing more is said of it, and what was looking for the place stops. Without one, nothing.
     virtual void stopUpdatingLocation() = 0;
+
+    // Where the place comes from, for the user: "GeoClue". Where it comes from nowhere, that, and why.
+    virtual std::string description() const = 0;
 };
 
 } // namespace bridge

@@ -94,6 +94,10 @@ TEST_F(Switches, EveryGroupSaysWhatServesIt) {
     EXPECT_EQ(model().servedBy(Group::contacts), run->platform.contactStore->description());
     for (const auto group : {Group::music, Group::pages})
         EXPECT_FALSE(model().servedBy(group).empty());
+    const auto& platform = run->platform;
+    EXPECT_EQ(model().servedBy(Group::locationMaps), "Location: nowhere, and " + folder.file(profile::services) +
+                                                         " says none. Places: " + platform.localSearch->description() +
+                                                         ". Directions: " + platform.directions->description() + ".");
     EXPECT_EQ(model().servedBy(Group::pages), model().servedBy(Group::numbers));
     EXPECT_EQ(model().servedBy(Group::pages), model().servedBy(Group::keynote));
 }

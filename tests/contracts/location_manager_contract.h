@@ -68,6 +68,11 @@ protected:
 };
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(LocationManagerContract);
 
+TEST_P(LocationManagerContract, SaysWhereThePlaceComesFrom) {
+    start();
+    EXPECT_NE(manager->description(), "");
+}
+
 TEST_P(LocationManagerContract, FindsThePlaceAndSaysSoLater) {
     start();
     manager->requestLocation();

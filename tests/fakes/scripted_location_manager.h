@@ -38,6 +38,7 @@ public:
         isLooking = true;
     }
     void stopUpdatingLocation() override { isLooking = false; }
+    std::string description() const override { return "a script"; }
 
 private:
     LocationManagerDelegate* m_delegate = nullptr;

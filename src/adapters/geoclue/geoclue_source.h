@@ -23,6 +23,7 @@ public:
 
     // No patience of its own: what GeoClue does not answer waits until it is dropped.
     Task<LocationFix> locate() override;
+    std::string description() const override { return "GeoClue"; }
 
 private:
     GeoClueSource(EventLoop& loop, Patience patience) : m_loop(loop), m_patience(patience) {}

@@ -23,6 +23,7 @@ public:
     // Without the user's consent nothing looks for the place, and that is an error.
     void requestLocation() override;
     void stopUpdatingLocation() override;
+    std::string description() const override { return m_source->description(); }
 
 private:
     // What a manager that may be gone by then still has to say.

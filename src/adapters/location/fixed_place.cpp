@@ -13,4 +13,9 @@ Task<LocationFix> FixedPlace::locate() {
     co_return LocationFix{m_place->latitude, m_place->longitude, accuracy, 0, m_clock.now()};
 }
 
+std::string FixedPlace::description() const {
+    if (m_place) return "what " + m_settingsFile + " says";
+    return m_fault.empty() ? "nowhere, and " + m_settingsFile + " says none" : "nowhere. " + m_fault;
+}
+
 } // namespace bridge

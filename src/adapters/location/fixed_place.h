@@ -18,6 +18,7 @@ public:
         : m_place(place), m_settingsFile(std::move(settingsFile)), m_fault(std::move(fault)), m_clock(clock) {}
 
     Task<LocationFix> locate() override;
+    std::string description() const override;
 
 private:
     std::optional<MapCoordinate> m_place;

@@ -14,6 +14,9 @@ public:
     // One fix, good to a hundred metres if it can be had; it may take for ever. Throws PlatformError when there will be
     // none. A dropped task stops whatever looks for the place. One at a time; the source outlives it.
     virtual Task<LocationFix> locate() = 0;
+
+    // As LocationManager::description().
+    virtual std::string description() const = 0;
 };
 
 } // namespace bridge

@@ -20,6 +20,7 @@ public:
         co_await found.opened();
         co_return LocationFix{1, 2, 3, 4, {5}};
     }
+    std::string description() const override { return "behind a gate"; }
 };
 
 class ConsentedLocationManagerTest : public testing::Test {

@@ -45,5 +45,15 @@ TEST(FixedPlace, ThatWasSetWronglySaysWhatIsWrong) {
                 testing::StartsWith("services.json, .location: expected an object. Nothing here"));
 }
 
+TEST(FixedPlace, SaysWhereItComesFrom) {
+    EXPECT_EQ(FixedPlace(MapCoordinate{1, 2}, "/home/ana/services.json", "", clock).description(),
+              "what /home/ana/services.json says");
+    EXPECT_EQ(FixedPlace(std::nullopt, "services.json", "", clock).description(),
+              "nowhere, and services.json says none");
+    EXPECT_EQ(
+        FixedPlace(std::nullopt, "services.json", "services.json, .location: expected an object", clock).description(),
+        "nowhere. services.json, .location: expected an object");
+}
+
 } // namespace
 } // namespace bridge
