@@ -3,6 +3,7 @@
 #include "adapters/xdg/home_trash.h"
 #include "adapters/xdg/xdg_autostart.h"
 #include "adapters/xdg/xdg_paths.h"
+#include "app/embedded_ports.h"
 #include "app/helper_program.h"
 #include "app/location_managers.h"
 #include "app/maps.h"
@@ -69,7 +70,7 @@ std::unique_ptr<ContactStore> openContactService([[maybe_unused]] EventLoop& loo
 }
 
 Platform openDesktopPlatform(EventLoop& loop, std::unique_ptr<ConsentPrompt> prompt) {
-    auto platform = openEmbeddedPlatform(loop, userProfileFolder(), std::move(prompt));
+    auto platform = openEmbeddedPorts(loop, userProfileFolder(), std::move(prompt));
     platform.secureStore = std::make_unique<PreferredSecureStore>(openKeyring(loop), std::move(platform.secureStore));
     if (auto service = openCalendarService(loop)) platform.eventStore = std::move(service);
     if (auto service = openContactService(loop)) platform.contactStore = std::move(service);
@@ -82,11 +83,13 @@ Platform openDesktopPlatform(EventLoop& loop, std::unique_ptr<ConsentPrompt> pro
     platform.scriptEngine = std::move(applications);
     platform.loginItem = std::make_unique<XdgAutostart>(ownProgram(), std::vector<std::string>{"--background"});
     platform.privacySettings = std::make_unique<DesktopSettings>();
-    platform.locationManager = openUsersLocation(loop, platform, userServicesFile());
-    openMaps(loop, platform, readServiceSettings(userServicesFile()));
+    const auto services = readUsersServices(userServicesFile());
+    platform.locationManager = openUsersLocation(loop, platform, services);
+    openMaps(loop, platform, services.settings);
     log::note("The credential is kept in " + platform.secureStore->description() + ".");
     log::note("Calendars and reminders are those of " + platform.eventStore->description() + ".");
     log::note("Contacts are those of " + platform.contactStore->description() + ".");
+    log::note("The location comes from " + platform.locationManager->description() + ".");
     log::note("Places come from " + platform.localSearch->description() + ".");
     log::note("Directions come from " + platform.directions->description() + ".");
     return platform;

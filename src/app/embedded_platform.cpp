@@ -2,7 +2,6 @@
 #include "adapters/jsonfile/consent_file.h"
 #include "adapters/jsonfile/file_secure_store.h"
 #include "adapters/jsonfile/json_file_user_defaults.h"
-#include "adapters/jsonfile/service_settings.h"
 #include "adapters/musicapp/player_music_library.h"
 #include "adapters/posix/loop_alarm_clock.h"
 #include "adapters/posix/posix_bookmarks.h"
@@ -11,6 +10,7 @@
 #include "adapters/sqlite/sqlite_event_store.h"
 #include "adapters/xdg/home_trash.h"
 #include "app/build_info.h"
+#include "app/embedded_ports.h"
 #include "app/location_managers.h"
 #include "app/maps.h"
 #include "app/music_players.h"
@@ -25,7 +25,7 @@
 
 namespace bridge {
 
-Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder, std::unique_ptr<ConsentPrompt> prompt) {
+Platform openEmbeddedPorts(EventLoop& loop, const std::string& folder, std::unique_ptr<ConsentPrompt> prompt) {
     const auto file = [&](const char* name) { return folder + "/" + name; };
     Platform platform;
     platform.defaults = std::make_unique<JSONFileUserDefaults>(file(profile::defaults));
@@ -48,10 +48,16 @@ Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder, std::u
     auto applications = std::make_unique<ScriptApplications>(loop, file(profile::office), player);
     nameScriptedServices(platform, *applications, player);
     platform.scriptEngine = std::move(applications);
-    platform.locationManager = openFixedLocation(loop, platform, file(profile::services));
-    openMaps(loop, platform, readServiceSettings(file(profile::services)));
     platform.loginItem = std::make_unique<NoLoginItem>();
     platform.privacySettings = std::make_unique<NoPrivacySettings>();
+    return platform;
+}
+
+Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder, std::unique_ptr<ConsentPrompt> prompt) {
+    auto platform = openEmbeddedPorts(loop, folder, std::move(prompt));
+    const auto services = readUsersServices(folder + '/' + profile::services);
+    platform.locationManager = openFixedLocation(loop, platform, services);
+    openMaps(loop, platform, services.settings);
     return platform;
 }
 

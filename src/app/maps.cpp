@@ -3,13 +3,10 @@
 #include "adapters/curl/curl_http_client.h"
 #include "app/local_searches.h"
 #include "app/open_directions.h"
-#include "base/log.h"
 
 namespace bridge {
 
 void openMaps(EventLoop& loop, Platform& platform, const ServiceSettings& settings) {
-    for (const auto& [key, fault] : settings.faults)
-        log::note(fault);
     platform.localSearch.reset(); // before the client that it uses
     platform.directions.reset();
     // Each has its own: an exchange waits for the one before it, and nobody shall wait for another's slow server.

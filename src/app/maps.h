@@ -6,7 +6,7 @@
 namespace bridge {
 
 // Places and directions from where the settings say, in the place of any that the platform has; before a model is made
-// of it. What is wrong with the settings goes into the log.
+// of it.
 void openMaps(EventLoop& loop, Platform& platform, const ServiceSettings& settings);
 
 } // namespace bridge

@@ -168,7 +168,7 @@ TEST_F(Access, IsChangedInTheSettingsWhereThePlatformHasTheSwitch) {
     EventLoop loop;
     auto platform = openEmbeddedPlatform(loop, folder.file("another profile"));
     platform.authorization = std::move(elsewhere);
-    platform.locationManager = openFixedLocation(loop, platform, folder.file("services.json"));
+    platform.locationManager = openFixedLocation(loop, platform, {folder.file("services.json"), {}});
     BridgeCapabilityPolicy policy(*platform.defaults);
     BridgeModel other(loop, platform, policy);
     loop.runUntilDone(other.refresh());
