@@ -70,7 +70,9 @@ std::unique_ptr<ContactStore> openContactService([[maybe_unused]] EventLoop& loo
 }
 
 Platform openDesktopPlatform(EventLoop& loop, std::unique_ptr<ConsentPrompt> prompt) {
+    auto lock = InstanceLock::takeOfProfile(userProfileFolder());
     auto platform = openEmbeddedPorts(loop, userProfileFolder(), std::move(prompt));
+    platform.profileLock = std::move(lock);
     platform.secureStore = std::make_unique<PreferredSecureStore>(openKeyring(loop), std::move(platform.secureStore));
     if (auto service = openCalendarService(loop)) platform.eventStore = std::move(service);
     if (auto service = openContactService(loop)) platform.contactStore = std::move(service);

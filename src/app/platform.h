@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/instance_lock.h"
 #include "base/event_loop.h"
 #include "platform/alarm_clock.h"
 #include "platform/application_info.h"
@@ -32,6 +33,7 @@ namespace bridge {
 
 // Every port of this process with the adapter that stands behind it.
 struct Platform {
+    std::optional<InstanceLock> profileLock; // given back last
     std::unique_ptr<UserDefaults> defaults;
     std::unique_ptr<SecureStore> secureStore;
     std::unique_ptr<HTTPClient> httpClient;
@@ -93,6 +95,7 @@ Platform openEmbeddedPlatform(EventLoop& loop, const std::string& folder,
                               std::unique_ptr<ConsentPrompt> prompt = nullptr);
 
 // For the logged-in user: desktop adapters where their service is there, embedded ones otherwise; the log says which.
+// Throws PlatformError when another bridge uses his profile.
 Platform openDesktopPlatform(EventLoop& loop, std::unique_ptr<ConsentPrompt> prompt = nullptr);
 
 } // namespace bridge

@@ -17,6 +17,7 @@ protected:
         log::writeTo(m_log.get());
         for (const auto* variable : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME"})
             set(variable, folder.path());
+        set("XDG_RUNTIME_DIR", folder.path());
         for (const auto* variable : {"DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS"})
             set(variable, "unix:path=" + folder.file("no bus"));
         std::filesystem::create_directory(folder / "brindlefox-apple-bridge");
@@ -62,6 +63,33 @@ TEST_F(Users, PlaceIsTheLocationAndTheLogSaysSo) {
     const auto platform = openDesktopPlatform(loop);
     EXPECT_EQ(platform.locationManager->description(), "what " + userServicesFile() + " says");
     EXPECT_THAT(said(), testing::HasSubstr("The location comes from what " + userServicesFile() + " says."));
+}
+
+TEST_F(Users, ProfileIsUsedByOneBridge) {
+    std::optional first = openDesktopPlatform(loop);
+    try {
+        const auto second = openDesktopPlatform(loop);
+        FAIL() << "two bridges use one profile";
+    } catch (const PlatformError& error) {
+        EXPECT_EQ(error.what(), "Another Brindlefox Apple Bridge is using " + userProfileFolder() + ". End it first.");
+    }
+    first.reset();
+    EXPECT_TRUE(openDesktopPlatform(loop).profileLock);
+}
+
+TEST_F(Users, ProfileIsUsedAlsoWhereItIsTheInstanceFolder) {
+    unsetenv("XDG_RUNTIME_DIR");
+    const auto instances = instanceFolder(userProfileFolder());
+    EXPECT_EQ(instances, userProfileFolder());
+    const auto lock = InstanceLock::take(instances);
+    EXPECT_TRUE(lock);
+    EXPECT_TRUE(openDesktopPlatform(loop).profileLock);
+}
+
+TEST_F(Users, ProfileIsUsedAlsoWhereNothingCanBeLocked) {
+    std::filesystem::create_directory(folder / "brindlefox-apple-bridge/in-use");
+    EXPECT_FALSE(openDesktopPlatform(loop).profileLock);
+    EXPECT_THAT(said(), testing::HasSubstr("Nothing keeps another bridge out of this profile. "));
 }
 
 } // namespace
