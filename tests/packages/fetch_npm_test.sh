@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# tools/fetch-npm, with an npm that has one package and writes down how it is called: fetch_npm_test.sh SOURCES
+# tools/fetch-npm, with an npm that has the same package under every name but @gone/..., and writes down how it is called: fetch_npm_test.sh SOURCES
 set -euo pipefail
 sources=$1
 home=$(mktemp -d)
@@ -12,7 +12,7 @@ tar -czf "$home/package.tgz" -C "$home/made" package
 cat >"$home/bin/npm" <<'NPM'
 #!/usr/bin/env bash
 echo "$*" >>"$NPM_CALLS"
-[ "$1" = pack ] && [ ! -e "$NPM_OFFLINE" ] || { echo "npm error code ECONNREFUSED"; exit 1; }
+[ "$1" = pack ] && [ ! -e "$NPM_OFFLINE" ] && [[ "$*" != *@gone/* ]] || { echo "npm error code ECONNREFUSED"; exit 1; }
 while [ "$1" != --pack-destination ]; do shift; done
 cp "$NPM_PACKAGE" "$2/package-1.2.3.tgz"
 NPM
@@ -56,4 +56,18 @@ integrity=sha512-$(sha512sum <"$home/package.tgz" | cut -d ' ' -f 1 | tr -d '\n'
 list "$integrity"
 run || fail "a new version takes the place of the old"
 [ "$(cat "$unpacked/data/places.txt")" = changed ] || fail "wholly"
+rm -rf "$home/tree/build"
+bad=sha512-$(printf 'another' | base64 -w0)
+printf '@gone/first 1.0.0 %s build it\n@scope/forged 1.0.0 %s build it\n@scope/places 1.2.3 %s build it\n@gone/last 2.0.0 %s build it\n' \
+    "$integrity" "$bad" "$integrity" "$integrity" >"$home/tree/packaging/npm-packages.txt"
+run && fail "one that can't be fetched is a failure, whatever follows it"
+[ "$(cat "$unpacked/data/places.txt")" = changed ] || fail "the others are fetched all the same"
+grep -qx 'Not fetched: @gone/first 1.0.0, @scope/forged 1.0.0, @gone/last 2.0.0' "$home/said" || fail "all that failed are named"
+[ "$(ls -A "$home/tree/build/npm" "$home/tree/build/npm/@scope")" = "$(printf '%s:\n@scope\n\n%s:\nplaces' "$home/tree/build/npm" "$home/tree/build/npm/@scope")" ] ||
+    fail "and leave nothing lying about"
+
+mkdir "$home/tools"
+for tool in bash cat od tr base64 sed mkdir mktemp rm dirname; do ln -s "$(command -v $tool)" "$home/tools/"; done
+PATH=$home/tools run && fail "without npm it fails"
+grep -q 'There is no npm to fetch @gone/first with.' "$home/said" || fail "and says why"
 echo "fetch-npm does as it should"
