@@ -81,5 +81,41 @@ TEST_F(Consent, IsAFailureWhenTheDashboardGoes) {
     EXPECT_EQ(current(), std::nullopt);
 }
 
+TEST_F(Consent, IsAFailureWhenTheDashboardCanNotBeShown) {
+    auto contacts = asked(PrivacyService::contacts);
+    auto music = asked(PrivacyService::music);
+    questions.cannotBeShown("Parts are missing.");
+    EXPECT_EQ(current(), std::nullopt);
+    EXPECT_THROW(music.take(), PlatformError);
+    try {
+        contacts.take();
+        FAIL() << "nobody has answered";
+    } catch (const PlatformError& error) {
+        EXPECT_STREQ(error.what(), "You can't be asked for access. Parts are missing.");
+    }
+    // It may be mended.
+    auto again = asked(PrivacyService::contacts);
+    questions.answer(Answer::allow);
+    EXPECT_TRUE(again.take());
+}
+
+Task<bool> askTwice(ConsentQuestion* questions) {
+    try {
+        co_await questions->ask(PrivacyService::contacts);
+    } catch (const PlatformError&) {
+    }
+    const bool answer = co_await questions->ask(PrivacyService::contacts);
+    co_return answer;
+}
+
+TEST_F(Consent, IsAskedForAnewByWhoeverWantsToAfterAFailure) {
+    auto stubborn = askTwice(&questions);
+    stubborn.start();
+    questions.cannotBeShown("Parts are missing.");
+    EXPECT_EQ(current(), PrivacyService::contacts);
+    questions.answer(Answer::dontAllow);
+    EXPECT_FALSE(stubborn.take());
+}
+
 } // namespace
 } // namespace bridge

@@ -51,6 +51,30 @@ struct AppDelegate : testing::Test {
     }
 };
 
+// Puts before a module of Qt one that lacks what it needs.
+struct BrokenQt {
+    BrokenQt() {
+        std::filesystem::create_directories(folder / "QtQuick/Templates");
+        putFile(folder / "QtQuick/Templates/qmldir", "module QtQuick.Templates\nimport ThisIsNotThere\n");
+        qputenv("QML_IMPORT_PATH", folder.path().c_str());
+    }
+    ~BrokenQt() { qunsetenv("QML_IMPORT_PATH"); }
+    TemporaryFolder folder;
+};
+
+// Before the others: what Qt has loaded it keeps for the whole process.
+struct AppDelegateWithoutADashboard : BrokenQt, AppDelegate {};
+
+TEST_F(AppDelegateWithoutADashboard, LeavesNoQuestionWithoutAnAnswer) {
+    launchInPanel();
+    model.perform(model.requestAccess(PrivacyService::contacts));
+    EXPECT_TRUE(comesTrue([this] { return !question->current.get(); }));
+    EXPECT_FALSE(delegate->dashboardPopover);
+    const auto said = model.lastError.get().value_or("");
+    EXPECT_TRUE(said.starts_with("You can't be asked for access. The dashboard can't be shown")) << said;
+    EXPECT_EQ(model.contactsPermission.get(), BridgePermissionState::notDetermined);
+}
+
 TEST_F(AppDelegate, OpensTheDashboardBesideTheClickAndClosesItWithTheNext) {
     launchInPanel();
     EXPECT_FALSE(delegate->dashboardPopover) << "it is made when it is first wanted";

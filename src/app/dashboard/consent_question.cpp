@@ -12,6 +12,7 @@ struct ConsentQuestion::Waiting {
     PrivacyService service;
     std::coroutine_handle<> asker;
     std::optional<Answer> answer;
+    std::string whyNone;
 
     Waiting(ConsentQuestion& all, PrivacyService asked) : questions(all), service(asked) {}
     Waiting(const Waiting&) = delete;
@@ -38,7 +39,7 @@ Task<bool> ConsentQuestion::ask(PrivacyService service) {
     if (!m_hasDashboard) throw PlatformError("You can't be asked for access: the dashboard can't be shown here.");
     Waiting question(*this, service);
     co_await question;
-    if (!question.answer) throw PlatformError("The dashboard was closed before you answered.");
+    if (!question.answer) throw PlatformError(question.whyNone);
     co_return *question.answer == Answer::allow;
 }
 
@@ -56,10 +57,21 @@ void ConsentQuestion::attachDashboard() {
 
 void ConsentQuestion::detachDashboard() {
     m_hasDashboard = false;
-    while (!m_waiting.empty()) {
-        auto& first = *m_waiting.front();
-        first.withdraw();
-        first.asker.resume();
+    failAll("The dashboard was closed before you answered.");
+}
+
+void ConsentQuestion::cannotBeShown(const std::string& reason) {
+    failAll("You can't be asked for access. " + reason);
+}
+
+void ConsentQuestion::failAll(const std::string& reason) {
+    // Not those who ask anew when they hear of it: they would ask for ever.
+    for (auto asked = m_waiting; !asked.empty(); asked.pop_front()) {
+        auto* const first = asked.front();
+        if (std::ranges::find(m_waiting, first) == m_waiting.end()) continue;
+        first->whyNone = reason;
+        first->withdraw();
+        first->asker.resume();
     }
 }
 

@@ -6,6 +6,7 @@
 #include <coroutine>
 #include <deque>
 #include <optional>
+#include <string>
 
 namespace bridge {
 
@@ -23,12 +24,17 @@ public:
     // Answers it; the next one takes its place. Nothing when there is none.
     void answer(Answer answer);
 
+    // The dashboard is there and can't be shown. All who wait are told so by a throw: nothing is allowed, and nothing
+    // is taken for the user's answer, so that he can be asked another time. Not from an observer of `current`.
+    void cannotBeShown(const std::string& reason);
+
     void attachDashboard();
     void detachDashboard();
 
 private:
     struct Waiting;
     void showFirst();
+    void failAll(const std::string& reason);
 
     bool m_hasDashboard = false;
     std::deque<Waiting*> m_waiting; // the first is the current one

@@ -8,7 +8,10 @@
 namespace bridge {
 
 BridgeAppDelegate::BridgeAppDelegate(BridgeModel& bridgeModel, ConsentQuestion& consent, const QDBusConnection& bus)
-    : model(bridgeModel), m_bus(bus), m_dashboard(std::make_unique<Dashboard>(model, consent, bus)) {
+    : model(bridgeModel),
+      m_consent(consent),
+      m_bus(bus),
+      m_dashboard(std::make_unique<Dashboard>(model, consent, bus)) {
     connect(m_dashboard.get(), &Dashboard::quitRequested, this, &BridgeAppDelegate::quitRequested);
     connect(m_dashboard.get(), &Dashboard::attentionRequested, this, [this] { showDashboard({}); });
     connect(m_dashboard.get(), &Dashboard::dismissed, this, [this] { dashboardPopover->hide(); });
@@ -47,6 +50,10 @@ Popover* BridgeAppDelegate::popover() {
             std::make_unique<Popover>(*m_dashboard->window(), [this] { return m_dashboard->hasModal(); });
     } catch (const PlatformError& error) {
         log::note(error.what());
+        // Later: it may be a question that has it made.
+        QMetaObject::invokeMethod(
+            this, [this, reason = std::string(error.what())] { m_consent.cannotBeShown(reason); },
+            Qt::QueuedConnection);
         return nullptr;
     }
     connect(dashboardPopover.get(), &Popover::aboutToShow, this, &BridgeAppDelegate::prepareToShow);

@@ -40,6 +40,7 @@ private:
     Popover* popover();
     void prepareToShow();
 
+    ConsentQuestion& m_consent;
     QDBusConnection m_bus;
     std::unique_ptr<Dashboard> m_dashboard;
     std::optional<QRect> m_lastPlace;
