@@ -27,11 +27,12 @@ namespace bridge {
 
 namespace {
 
-std::unique_ptr<SecureStore> openKeyring([[maybe_unused]] EventLoop& loop) {
+Task<std::unique_ptr<SecureStore>> openKeyring([[maybe_unused]] EventLoop* loop) {
 #ifdef HAVE_SECRET
-    return loop.runUntilDone(SecretServiceStore::open(loop));
+    auto keyring = co_await SecretServiceStore::open(*loop);
+    co_return keyring;
 #else
-    return nullptr;
+    co_return nullptr;
 #endif
 }
 
@@ -73,7 +74,8 @@ Platform openDesktopPlatform(EventLoop& loop, std::unique_ptr<ConsentPrompt> pro
     auto lock = InstanceLock::takeOfProfile(userProfileFolder());
     auto platform = openEmbeddedPorts(loop, userProfileFolder(), std::move(prompt));
     platform.profileLock = std::move(lock);
-    platform.secureStore = std::make_unique<PreferredSecureStore>(openKeyring(loop), std::move(platform.secureStore));
+    platform.secureStore =
+        std::make_unique<PreferredSecureStore>([&loop] { return openKeyring(&loop); }, std::move(platform.secureStore));
     if (auto service = openCalendarService(loop)) platform.eventStore = std::move(service);
     if (auto service = openContactService(loop)) platform.contactStore = std::move(service);
     platform.trash = openTrash(XdgPaths());
@@ -88,7 +90,6 @@ Platform openDesktopPlatform(EventLoop& loop, std::unique_ptr<ConsentPrompt> pro
     const auto services = readUsersServices(userServicesFile());
     platform.locationManager = openUsersLocation(loop, platform, services);
     openMaps(loop, platform, services.settings);
-    log::note("The credential is kept in " + platform.secureStore->description() + ".");
     log::note("Calendars and reminders are those of " + platform.eventStore->description() + ".");
     log::note("Contacts are those of " + platform.contactStore->description() + ".");
     log::note("The location comes from " + platform.locationManager->description() + ".");

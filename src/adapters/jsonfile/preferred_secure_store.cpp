@@ -4,12 +4,26 @@
 
 namespace bridge {
 
-PreferredSecureStore::PreferredSecureStore(std::unique_ptr<SecureStore> keyring, std::unique_ptr<SecureStore> file)
-    : m_keyring(std::move(keyring)), m_file(std::move(file)) {}
+PreferredSecureStore::PreferredSecureStore(Opening openKeyring, std::unique_ptr<SecureStore> file)
+    : m_openKeyring(std::move(openKeyring)), m_file(std::move(file)) {}
+
+Task<SecureStore*> PreferredSecureStore::keyring() {
+    const auto guard = co_await m_opening.lock();
+    if (m_openKeyring) {
+        auto opening = m_openKeyring();
+        m_keyring = co_await std::move(opening);
+        m_openKeyring = nullptr;
+        log::note("The credential is kept in " + description() + ".");
+    }
+    co_return m_keyring.get();
+}
 
 Task<std::optional<std::string>> PreferredSecureStore::read(SecureItem item) {
     auto secret = co_await m_file->read(item);
-    if (!secret && m_keyring) secret = co_await m_keyring->read(item);
+    if (!secret) {
+        auto* const opened = co_await keyring();
+        if (opened) secret = co_await opened->read(item);
+    }
     if (secret && secret->empty()) co_return std::nullopt;
     co_return secret;
 }
@@ -35,9 +49,10 @@ std::string PreferredSecureStore::description() const {
 }
 
 Task<bool> PreferredSecureStore::replaceInKeyring(SecureItem item, std::string secret) {
-    if (!m_keyring) co_return false;
+    auto* const opened = co_await keyring();
+    if (!opened) co_return false;
     try {
-        co_await m_keyring->replace(item, secret);
+        co_await opened->replace(item, secret);
         co_return true;
     } catch (const PlatformError& error) {
         log::note(std::string("the keyring can't be used, a file is. ") + error.what());
@@ -46,9 +61,10 @@ Task<bool> PreferredSecureStore::replaceInKeyring(SecureItem item, std::string s
 }
 
 Task<bool> PreferredSecureStore::removeFromKeyring(SecureItem item) {
-    if (!m_keyring) co_return false;
+    auto* const opened = co_await keyring();
+    if (!opened) co_return false;
     try {
-        co_await m_keyring->remove(item);
+        co_await opened->remove(item);
         co_return true;
     } catch (const PlatformError& error) {
         log::note(std::string("the keyring can't be used, a file is. ") + error.what());

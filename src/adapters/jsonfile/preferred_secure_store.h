@@ -1,7 +1,9 @@
 #pragma once
 
+#include "base/async_mutex.h"
 #include "platform/secure_store.h"
 
+#include <functional>
 #include <memory>
 
 namespace bridge {
@@ -14,18 +16,25 @@ namespace bridge {
 // the keyring does not come back. For the same reason an empty secret is the same as none here.
 class PreferredSecureStore : public SecureStore {
 public:
-    // `keyring` is null when none could be opened.
-    PreferredSecureStore(std::unique_ptr<SecureStore> keyring, std::unique_ptr<SecureStore> file);
+    // Brings null when there is no keyring that can be used.
+    using Opening = std::function<Task<std::unique_ptr<SecureStore>>()>;
+
+    // The keyring is opened by the first call that needs it, so that one that hangs keeps nothing else waiting.
+    PreferredSecureStore(Opening openKeyring, std::unique_ptr<SecureStore> file);
 
     Task<std::optional<std::string>> read(SecureItem item) override;
     Task<> replace(SecureItem item, std::string secret) override;
     Task<> remove(SecureItem item) override;
+    // The keyring's once that is open.
     std::string description() const override;
 
 private:
+    Task<SecureStore*> keyring();
     Task<bool> replaceInKeyring(SecureItem item, std::string secret);
     Task<bool> removeFromKeyring(SecureItem item);
 
+    AsyncMutex m_opening;
+    Opening m_openKeyring; // until that is done
     std::unique_ptr<SecureStore> m_keyring;
     std::unique_ptr<SecureStore> m_file;
 };

@@ -1,6 +1,7 @@
 #include "adapters/jsonfile/preferred_secure_store.h"
 
 #include "base/event_loop.h"
+#include "tests/base/gate.h"
 #include "tests/fakes/failing_secure_store.h"
 #include "tests/fakes/memory_secure_store.h"
 
@@ -18,22 +19,32 @@ protected:
     enum class Keyring { unlocked, locked };
 
     void start(Keyring keyring) {
-        auto failing = std::make_unique<FailingSecureStore>(keyringBehind);
-        keyringNow = failing.get();
+        keyringNow = nullptr;
         auto failingFile = std::make_unique<FailingSecureStore>(fileBehind);
         fileNow = failingFile.get();
-        if (keyring == Keyring::locked) {
-            failing.reset();
-            keyringNow = nullptr;
-        }
-        store = std::make_unique<PreferredSecureStore>(std::move(failing), std::move(failingFile));
+        store =
+            std::make_unique<PreferredSecureStore>([this, keyring] { return open(keyring); }, std::move(failingFile));
     }
-    void keyringFails() { keyringNow->fail({Call::read, Call::replace, Call::remove}, 2); }
+    Task<std::unique_ptr<SecureStore>> open(Keyring keyring) {
+        ++timesOpened;
+        if (isSlow) co_await opened.opened();
+        if (keyring == Keyring::locked) co_return nullptr;
+        auto failing = std::make_unique<FailingSecureStore>(keyringBehind);
+        keyringNow = failing.get();
+        co_return failing;
+    }
+    void keyringFails() {
+        if (!keyringNow) read(); // opens it
+        keyringNow->fail({Call::read, Call::replace, Call::remove}, 2);
+    }
 
     std::optional<std::string> read() { return loop.runUntilDone(store->read(item)); }
     void replace(const std::string& secret) { loop.runUntilDone(store->replace(item, secret)); }
     void remove() { loop.runUntilDone(store->remove(item)); }
 
+    Gate opened;
+    bool isSlow = false;
+    int timesOpened = 0;
     EventLoop loop;
     const SecureItem item{"service", "account"};
     const std::pair<std::string, std::string> key{"service", "account"};
@@ -43,6 +54,48 @@ protected:
     FailingSecureStore* fileNow = nullptr;
     std::unique_ptr<PreferredSecureStore> store;
 };
+
+TEST_F(PreferredSecureStoreTest, OpensTheKeyringOnceWithTheFirstCallThatNeedsIt) {
+    isSlow = true;
+    start(Keyring::unlocked);
+    EXPECT_EQ(timesOpened, 0);
+    auto replacing = store->replace(item, "secret");
+    replacing.start();
+    auto reading = store->read(item);
+    reading.start();
+    EXPECT_FALSE(replacing.done());
+    EXPECT_FALSE(reading.done());
+    opened.open();
+    ASSERT_TRUE(replacing.done());
+    replacing.take();
+    EXPECT_TRUE(reading.done());
+    EXPECT_EQ(read(), "secret");
+    EXPECT_EQ(timesOpened, 1);
+    EXPECT_EQ(store->description(), keyringBehind.description());
+}
+
+TEST_F(PreferredSecureStoreTest, OpensTheKeyringAnewAfterACallThatWasDropped) {
+    isSlow = true;
+    start(Keyring::unlocked);
+    {
+        auto dropped = store->read(item);
+        dropped.start();
+    }
+    EXPECT_EQ(opened.withdrawn(), 1);
+    isSlow = false;
+    replace("secret");
+    EXPECT_EQ(read(), "secret");
+    EXPECT_EQ(timesOpened, 2);
+}
+
+TEST_F(PreferredSecureStoreTest, LeavesTheKeyringAloneWhereTheFileHasTheSecret) {
+    start(Keyring::locked);
+    replace("secret");
+    start(Keyring::unlocked);
+    timesOpened = 0;
+    EXPECT_EQ(read(), "secret");
+    EXPECT_EQ(timesOpened, 0);
+}
 
 TEST_F(PreferredSecureStoreTest, KeepsTheSecretInTheKeyringAlone) {
     start(Keyring::unlocked);

@@ -28,11 +28,15 @@ const SecureStoreKind file{"File", [] { return std::make_unique<FileSite>(); }};
 struct PreferredSite : SecureStoreSite {
     explicit PreferredSite(bool hasKeyring) : m_hasKeyring(hasKeyring) {}
     std::unique_ptr<SecureStore> start(EventLoop&) override {
-        auto keyring = m_hasKeyring ? std::make_unique<MemorySecureStore>(m_keyring) : nullptr;
-        return std::make_unique<PreferredSecureStore>(std::move(keyring), std::make_unique<MemorySecureStore>(m_file));
+        return std::make_unique<PreferredSecureStore>([this] { return keyring(); },
+                                                      std::make_unique<MemorySecureStore>(m_file));
     }
 
 private:
+    Task<std::unique_ptr<SecureStore>> keyring() {
+        co_return m_hasKeyring ? std::make_unique<MemorySecureStore>(m_keyring) : nullptr;
+    }
+
     bool m_hasKeyring;
     std::shared_ptr<Items> m_keyring = std::make_shared<Items>();
     std::shared_ptr<Items> m_file = std::make_shared<Items>();
