@@ -13,6 +13,7 @@
 #include <spawn.h>
 #include <sstream>
 #include <sys/syscall.h>
+#include <sys/utsname.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -33,6 +34,12 @@ bool isInstalled(const char* program) {
     for (std::string folder; std::getline(folders, folder, ':');)
         if (access((fs::path(folder) / program).c_str(), X_OK) == 0) return true;
     return false;
+}
+
+// As node calls it.
+std::string architectureOf(const std::string& processor) {
+    if (processor == "x86_64") return "x64";
+    return processor == "aarch64" ? "arm64" : processor;
 }
 
 class Attributes {
@@ -66,9 +73,19 @@ public:
 } // namespace
 
 std::string ValhallaServer::hindrance() {
-    if (!fs::exists(fs::path(package) / "index.js"))
+    utsname machine{};
+    uname(&machine);
+    return hindranceOf(package, machine.machine);
+}
+
+std::string ValhallaServer::hindranceOf(const std::string& package, const std::string& processor) {
+    const fs::path folder(package);
+    if (!fs::exists(folder / "index.js"))
         return "Valhalla has not been fetched from npm; tools/fetch-npm try does that, when npm reaches its "
                "registry.";
+    const auto programs = folder / "linux" / architectureOf(processor);
+    for (const auto* program : {"valhalla_node.node", "valhalla_build_tiles"})
+        if (!fs::exists(programs / program)) return "Valhalla's npm package has no programs for " + processor + '.';
     for (const auto* program : {"node", "python3"})
         if (!isInstalled(program)) return std::string("Valhalla needs ") + program + ", which is not installed.";
     return {};

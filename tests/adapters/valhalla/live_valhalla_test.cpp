@@ -133,5 +133,19 @@ TEST_F(LiveValhallaTest, EndsWhileItIsPreparingItsMap) {
     EXPECT_EQ(server->processID(), 0);
 }
 
+TEST(ValhallaPackage, SaysThatItHasNothingForTheProcessor) {
+    const TemporaryFolder package;
+    EXPECT_THAT(ValhallaServer::hindranceOf(package.path(), "x86_64"), HasSubstr("has not been fetched"));
+    putFile(package / "index.js", "");
+    for (const auto* processor : {"x86_64", "aarch64", "riscv64"})
+        EXPECT_EQ(ValhallaServer::hindranceOf(package.path(), processor),
+                  std::string("Valhalla's npm package has no programs for ") + processor + '.');
+    std::filesystem::create_directories(package / "linux/arm64");
+    putFile(package / "linux/arm64/valhalla_node.node", "");
+    putFile(package / "linux/arm64/valhalla_build_tiles", "");
+    EXPECT_THAT(ValhallaServer::hindranceOf(package.path(), "aarch64"), testing::Not(HasSubstr("programs for")));
+    EXPECT_THAT(ValhallaServer::hindranceOf(package.path(), "x86_64"), HasSubstr("programs for"));
+}
+
 } // namespace
 } // namespace bridge
