@@ -107,8 +107,8 @@ TEST_F(Instance, TakesThePlaceOfOneWithoutADisplay) {
 }
 
 TEST_F(Instance, WaitsLongerForOneThatMakesRoomThanForAnAnswer) {
-    OtherBridge other(path, InstanceAnswer::noDisplay, 2100ms);
-    EXPECT_TRUE(std::holds_alternative<InstanceLock>(become(InstanceWish::nothing, true, 2s)));
+    OtherBridge other(path, InstanceAnswer::noDisplay, 5100ms);
+    EXPECT_TRUE(std::holds_alternative<InstanceLock>(become(InstanceWish::nothing, true, 5s)));
 }
 
 TEST_F(Instance, GivesUpOnOneThatSaysItMakesRoomAndDoesNot) {

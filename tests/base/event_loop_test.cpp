@@ -1,6 +1,7 @@
 #include "base/event_loop.h"
 
 #include "base/timer.h"
+#include "tests/support/becomes_true.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -204,8 +205,7 @@ TEST(EventLoopTurn, TimeToTheNextTimerRunsOutWithoutATurn) {
     EventLoop loop;
     Timer timer(loop);
     timer.start(5ms, [] {});
-    while (loop.backendTimeout() != 0) {
-    }
+    EXPECT_TRUE(becomesTrue([&loop] { return loop.backendTimeout() == 0; }));
     EXPECT_TRUE(loop.turn());
 }
 

@@ -2,8 +2,8 @@
 #include "app/dashboard/contrast.h"
 #include "tests/dashboard/dashboard_test.h"
 #include "tests/dashboard/stand_in_portal.h"
+#include "tests/support/qt_waiting.h"
 
-#include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QPalette>
 
@@ -22,11 +22,7 @@ protected:
         palette.setColor(QPalette::Window, background);
         QGuiApplication::setPalette(palette);
     }
-    bool eventually(const std::function<bool()>& isReached) {
-        for (const QDeadlineTimer givingUp(30000); !isReached(); QCoreApplication::processEvents())
-            if (givingUp.hasExpired()) return false;
-        return true;
-    }
+    bool eventually(const std::function<bool()>& isReached) { return comesTrue(isReached); }
 };
 
 TEST_F(Looks, AreThePalettesWithoutAPortal) {

@@ -1,7 +1,8 @@
 #include "tests/dashboard/window_driver.h"
 
+#include "tests/support/qt_waiting.h"
+
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QTest>
@@ -117,15 +118,15 @@ void WindowDriver::settle() {
     bool drawn = !m_window.isExposed();
     const auto watch = QObject::connect(&m_window, &QQuickWindow::afterRendering, [&] { drawn = true; });
     m_window.update();
-    for (const QDeadlineTimer givingUp(1000); !drawn && !givingUp.hasExpired();)
-        QCoreApplication::processEvents();
+    comesTrue([&] { return drawn; });
     QObject::disconnect(watch);
 }
 
 bool WindowDriver::eventually(const std::function<bool()>& isReached) {
-    for (const QDeadlineTimer givingUp(30000); !isReached(); settle())
-        if (givingUp.hasExpired()) return false;
-    return true;
+    return comesTrue([&] {
+        settle();
+        return isReached();
+    });
 }
 
 } // namespace bridge

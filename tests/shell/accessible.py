@@ -1,7 +1,7 @@
 """What a screen reader does, for tests: accessible.py ACTION ROLE NAME
 
-The actions look for what has that role and name, in the application brindlefox-apple-bridge, for half a
-minute at most. "press" does what it offers first; "focus" gives it the keyboard; "state" prints "checked" or
+The actions look for what has that role and name, in the application brindlefox-apple-bridge, until there is
+no hope any more. "press" does what it offers first; "focus" gives it the keyboard; "state" prints "checked" or
 "unchecked"; "describe" prints its description; "tree" prints everything there is (it takes no role and no name).
 """
 
@@ -14,7 +14,8 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
 APPLICATION = "brindlefox-apple-bridge"
-PATIENCE = 30
+PATIENCE = 180
+MOMENT = 50
 
 
 def children(item):
@@ -47,6 +48,15 @@ def find(role, name):
     return None
 
 
+def let_something_happen():
+    """Until something comes from the bus, or for a moment in which others have the processor."""
+    timer = GLib.timeout_source_new(MOMENT)
+    timer.set_callback(lambda _data: GLib.SOURCE_REMOVE)
+    timer.attach(None)
+    GLib.MainContext.default().iteration(True)
+    timer.destroy()
+
+
 def wait_for(role, name):
     deadline = time.monotonic() + PATIENCE
     while time.monotonic() < deadline:
@@ -57,6 +67,7 @@ def wait_for(role, name):
                 return item
         except GLib.Error:
             pass  # it changed while we looked
+        let_something_happen()
     sys.exit(f"there is no {role} {name!r}")
 
 

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "tests/support/qt_waiting.h"
+
 #include <QApplication>
-#include <QElapsedTimer>
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -23,14 +24,5 @@ private:
     char* m_arguments[2] = {m_name, nullptr};
     std::unique_ptr<QApplication> m_application;
 };
-
-// Lets everything happen that happens, until the condition holds. False when it has not for half a minute.
-template <typename Condition> bool comesTrue(Condition condition) {
-    constexpr qint64 patience = 30'000;
-    QElapsedTimer time;
-    for (time.start(); !condition() && time.elapsed() < patience;)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 50);
-    return condition();
-}
 
 } // namespace bridge

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "tests/support/becomes_true.h"
 #include "tests/support/child_process.h"
 #include "tests/support/temporary_folder.h"
 
-#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -16,14 +16,6 @@ struct WindowPlace {
     int height = 0;
     bool operator==(const WindowPlace&) const = default;
 };
-
-// Looks again and again, for half a minute at most.
-template <typename Condition> bool becomesTrue(Condition condition) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (!condition())
-        if (std::chrono::steady_clock::now() > deadline) return false;
-    return true;
-}
 
 // An X server of the test's own, in memory, on a display that is free.
 class Screen {

@@ -71,10 +71,14 @@ void ChildProcess::end() {
 }
 
 std::string ChildProcess::readLine() {
+    if (m_hasEnded) throw std::runtime_error("the program has ended");
     std::string line;
     char letter = 0;
-    while (read(m_output.get(), &letter, 1) == 1 && letter != '\n')
+    while (read(m_output.get(), &letter, 1) == 1) {
+        if (letter == '\n') return line;
         line += letter;
+    }
+    m_hasEnded = true;
     return line;
 }
 

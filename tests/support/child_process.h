@@ -23,7 +23,8 @@ public:
     void send(int signal) const { ::kill(m_pid, signal); }
     // Kills it and its descendants and waits for the end of all.
     void end();
-    // Blocks for a line without its end; empty when the program ends before.
+    // Blocks for a line without its end; empty when the program ends before. Throws when it had ended before already:
+    // nobody is to ask for ever.
     std::string readLine();
 
     static bool isInstalled(const std::string& program);
@@ -31,6 +32,7 @@ public:
 private:
     pid_t m_pid = 0;
     FileDescriptor m_output;
+    bool m_hasEnded = false;
 };
 
 } // namespace bridge

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "tests/support/becomes_true.h"
+
 #include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <thread>
 
 namespace bridge {
 
@@ -29,7 +30,7 @@ inline void stopProcess(pid_t process) {
                                    [](const auto& thread) { return !isAtRest(thread.path()); });
     };
     while (isRunning())
-        std::this_thread::yield();
+        betweenLooks();
 }
 
 } // namespace bridge

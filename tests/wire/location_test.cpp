@@ -1,3 +1,4 @@
+#include "tests/support/becomes_true.h"
 #include "tests/support/running_bridge.h"
 #include "tests/support/wire_client.h"
 
@@ -15,8 +16,7 @@ protected:
         const int before = requests();
         auto client = std::make_unique<WireClient>();
         client->send(requestBytes("POST", "/v1/execute", R"({"operation":"location.current"})"));
-        while (requests() == before) {
-        }
+        EXPECT_TRUE(becomesTrue([&] { return requests() != before; }));
         return client;
     }
     int requests() {
@@ -78,6 +78,14 @@ TEST_F(LocationOverTheWire, ThatThePlatformDoesNotFindIsItsError) {
     EXPECT_EQ(failed.status, 500);
     EXPECT_EQ(failed.code(), "internal_error");
     EXPECT_EQ(failed.message(), "There is no signal.");
+}
+
+// Its end of sending looks like a hang-up, and is none.
+TEST_F(LocationOverTheWire, IsForAClientThatHasSaidAllItHasToSay) {
+    const auto client = waiting();
+    client->endSending();
+    findPlace();
+    EXPECT_EQ(writeJSON(answerTo(*client).result()), here);
 }
 
 TEST_F(LocationOverTheWire, IsFoundForTheNextClientWhenOneHasVanished) {

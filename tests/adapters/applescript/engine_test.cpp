@@ -51,7 +51,7 @@ protected:
 
     void waitFor(std::promise<void>& promise) {
         const auto kept = promise.get_future();
-        while (kept.wait_for(std::chrono::seconds(0)) != std::future_status::ready)
+        while (kept.wait_for(std::chrono::milliseconds(20)) != std::future_status::ready)
             loop.turn();
     }
 

@@ -12,7 +12,7 @@ using std::chrono::milliseconds;
 class EdsContactFailuresTest : public EdsContactTest {
 protected:
     // Long enough for a service that answers, short for one that never will.
-    static constexpr EdsPatience little{milliseconds(2'000), milliseconds(2'000), milliseconds(200)};
+    static constexpr EdsPatience little{milliseconds(5'000), milliseconds(5'000), milliseconds(200)};
     // No call ends by itself.
     static constexpr EdsPatience endless{hours(1), hours(1), milliseconds(200)};
 

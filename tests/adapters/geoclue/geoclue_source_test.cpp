@@ -25,7 +25,7 @@ protected:
     void TearDown() override { bus.useIt(); }
 
     void open(std::chrono::milliseconds settling = 1h) {
-        source = loop.runUntilDone(GeoClueSource::open(loop, {10s, settling}));
+        source = loop.runUntilDone(GeoClueSource::open(loop, {2min, settling}));
     }
     void begin(Plan plan, std::chrono::milliseconds settling = 1h) {
         geoclue.emplace(std::move(plan));

@@ -2,6 +2,7 @@
 #include "tests/adapters/geoclue/private_geoclue.h"
 #include "tests/adapters/geoclue/private_system_bus.h"
 #include "tests/adapters/geoclue/satellite_receiver.h"
+#include "tests/support/becomes_true.h"
 
 #include <gmock/gmock.h>
 
@@ -38,8 +39,7 @@ protected:
         return "";
     }
     void waitUntilInUse(bool inUse) {
-        while (geoclue.isInUse() != inUse) {
-        }
+        EXPECT_TRUE(becomesTrue([&] { return geoclue.isInUse() == inUse; }));
     }
 
     EventLoop loop;

@@ -1,4 +1,5 @@
 #include "tests/adapters/libreoffice/office_test.h"
+#include "tests/support/becomes_true.h"
 
 #include <csignal>
 #include <sys/resource.h>
@@ -43,7 +44,7 @@ protected:
         std::thread script([&] { failure = failureOf(action); });
         // Until the helper has looked at the request, and waits for LibreOffice instead.
         while (place.timesAsleep("brindlefox-office") == before)
-            std::this_thread::yield();
+            betweenLooks();
         interference();
         script.join();
         return failure;

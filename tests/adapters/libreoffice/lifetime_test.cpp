@@ -1,7 +1,9 @@
 #include "tests/adapters/libreoffice/office_test.h"
 #include "tests/support/child_process.h"
 
+#include <array>
 #include <csignal>
+#include <fcntl.h>
 #include <sys/wait.h>
 #include <thread>
 
@@ -77,17 +79,21 @@ TEST_F(Lifetime, EndsWithItsOwnerAndLeavesNothing) {
 }
 
 TEST_F(Lifetime, EndsWithABridgeThatIsKilled) {
+    std::array<int, 2> ready{};
+    ASSERT_EQ(pipe2(ready.data(), O_CLOEXEC), 0);
     const pid_t bridge = fork();
     ASSERT_GE(bridge, 0);
     if (bridge == 0) {
         applescript::ScriptCall own;
         office().create(DocumentKind::text, own);
-        putFile(folder / "ready", "");
+        static_cast<void>(!write(ready[1], "!", 1));
         pause();
         _exit(0);
     }
-    while (!std::filesystem::exists(folder / "ready"))
-        std::this_thread::yield();
+    close(ready[1]); // one that crashes is heard of, too
+    char said = 0;
+    ASSERT_EQ(read(ready[0], &said, 1), 1);
+    close(ready[0]);
     EXPECT_EQ(place.processes("soffice.bin").size(), 1u);
     kill(bridge, SIGKILL);
     waitpid(bridge, nullptr, 0);

@@ -1,12 +1,12 @@
 #include "tests/adapters/libreoffice/private_office.h"
 
+#include "tests/support/becomes_true.h"
 #include "tests/support/stop_process.h"
 
 #include <algorithm>
 #include <csignal>
 #include <fstream>
 #include <sstream>
-#include <thread>
 
 namespace bridge::office {
 
@@ -85,7 +85,7 @@ std::string PrivateOffice::timesAsleep(const std::string& program) const {
 
 void PrivateOffice::awaitEnd(const std::string& program) const {
     while (!processes(program).empty())
-        std::this_thread::yield();
+        betweenLooks();
 }
 
 } // namespace bridge::office

@@ -1,4 +1,5 @@
 #include "tests/adapters/mpd/mpd_test.h"
+#include "tests/support/becomes_true.h"
 #include "tests/support/child_process.h"
 
 #include <sys/socket.h>
@@ -25,8 +26,8 @@ protected:
                                              silentOutput);
         m_mpd.emplace(std::vector<std::string>{"/usr/bin/mpd", "--no-daemon", "--stderr", folder.file("mpd/mpd.conf")},
                       std::map<std::string, std::string>{}, "");
-        while (!findRunningMpd(environment())) {
-        }
+        if (!becomesTrue([this] { return findRunningMpd(environment()).has_value(); }))
+            throw std::runtime_error("mpd does not start");
     }
     void end() { m_mpd.reset(); }
     MpdOptions both() const {

@@ -2,12 +2,12 @@
 
 #include "tests/adapters/portal/fake_portal.h"
 #include "tests/contracts/folder_chooser_contract.h"
+#include "tests/support/becomes_true.h"
 
 namespace bridge {
 namespace {
 
 using Manners = FakePortal::Manners;
-using namespace std::chrono_literals;
 
 auto* const bus = new PrivateBus; // GoogleTest's to delete
 [[maybe_unused]] auto* const environment = testing::AddGlobalTestEnvironment(bus);
@@ -17,6 +17,14 @@ std::string uriOf(const std::filesystem::path& path) {
     return uri.get();
 }
 
+// What the portal notices it notices on a thread of its own.
+bool becomesTrueOn(EventLoop& loop, const std::function<bool()>& condition) {
+    return becomesTrue([&] {
+        loop.turn();
+        return condition();
+    });
+}
+
 class PortalUnderTest : public FolderChooserUnderTest {
 public:
     explicit PortalUnderTest(Manners manners) {
@@ -24,14 +32,7 @@ public:
     }
     std::string hindrance() override { return m_portal ? "" : "dbus-daemon is not installed"; }
     FolderChooser& chooser() override { return m_chooser; }
-    bool comesTrue(const std::function<bool()>& condition) override {
-        const auto deadline = std::chrono::steady_clock::now() + 30s;
-        while (!condition() && std::chrono::steady_clock::now() < deadline) {
-            m_loop.turn();
-            std::this_thread::yield();
-        }
-        return condition();
-    }
+    bool comesTrue(const std::function<bool()>& condition) override { return becomesTrueOn(m_loop, condition); }
     bool isOpen() override { return m_portal->isOpen(); }
     std::string title() override { return m_portal->call().title; }
     std::string shownText() override { return m_portal->call().title; }
@@ -121,8 +122,7 @@ TEST_F(PortalFolderChooserTest, EndsWhenThePortalDoes) {
     portal.emplace(*bus, Manners::usual);
     auto task = chooser.choose(question);
     task.start();
-    while (!portal->isOpen())
-        loop.turn();
+    ASSERT_TRUE(becomesTrueOn(loop, [this] { return portal->isOpen(); }));
     portal->vanish();
     while (!task.done())
         loop.waitOnce();
@@ -144,11 +144,9 @@ TEST_F(PortalFolderChooserTest, MayGoWhileItsDialogIsOpen) {
         PortalFolderChooser other(loop);
         auto task = other.choose(question);
         task.start();
-        while (!portal->isOpen())
-            loop.turn();
+        ASSERT_TRUE(becomesTrueOn(loop, [this] { return portal->isOpen(); }));
     }
-    while (portal->isOpen())
-        loop.turn();
+    EXPECT_TRUE(becomesTrueOn(loop, [this] { return !portal->isOpen(); }));
 }
 
 } // namespace

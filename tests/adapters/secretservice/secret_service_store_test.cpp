@@ -26,10 +26,12 @@ protected:
     void SetUp() override {
         if (const auto hindrance = PrivateKeyring::hindrance(); !hindrance.empty()) GTEST_SKIP() << hindrance;
     }
-    void open(std::chrono::milliseconds deadline = SecretServiceStore::usualDeadline) {
+    static constexpr std::chrono::minutes ample{2};
+
+    void open(std::chrono::milliseconds deadline = ample) {
         store = loop.runUntilDone(SecretServiceStore::open(loop, deadline));
     }
-    void openUnlocked(std::chrono::milliseconds deadline = SecretServiceStore::usualDeadline) {
+    void openUnlocked(std::chrono::milliseconds deadline = ample) {
         keyring.start(State::unlocked);
         open(deadline);
         ASSERT_TRUE(store);
@@ -111,7 +113,7 @@ TEST_F(SecretServiceStoreTest, AHungKeyringCostsTheCallThatItHangs) {
     open();
     ASSERT_TRUE(store);
     replace("secret");
-    const auto impatient = loop.runUntilDone(SecretServiceStore::open(loop, std::chrono::milliseconds(500)));
+    const auto impatient = loop.runUntilDone(SecretServiceStore::open(loop, std::chrono::seconds(5)));
     ASSERT_TRUE(impatient);
     keyring.pause();
     EXPECT_THROW(loop.runUntilDone(impatient->read(item)), SecureStoreError);
