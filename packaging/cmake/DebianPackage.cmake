@@ -31,8 +31,8 @@ The bridge works with what the desktop has (Evolution Data Server, the Music
 Player Daemon, LibreOffice, GeoClue) and keeps calendars and contacts of its
 own where that is missing.")
 
-# Libraries are found by what the programs link; these are read or started.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "tzdata")
+# Libraries are found by what the programs link; these are read, started, or loaded by name.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "tzdata, libcurl4")
 if(HAVE_SHELL)
     foreach(module qtqml qtqml-models qtqml-workerscript qtquick qtquick-templates qtquick-window)
         string(APPEND CPACK_DEBIAN_PACKAGE_DEPENDS ", qml6-module-${module}")

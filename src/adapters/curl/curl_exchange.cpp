@@ -1,10 +1,10 @@
 #include "adapters/curl/curl_exchange.h"
 
+#include "adapters/curl/curl_library.h"
 #include "base/platform_error.h"
 
 #include <algorithm>
 #include <array>
-#include <curl/curl.h>
 
 namespace bridge {
 
@@ -19,11 +19,11 @@ constexpr size_t maximumHead = 64 * 1024;
 constexpr int pollMilliseconds = 1000;
 
 void check(CURLcode code) {
-    if (code != CURLE_OK) throw PlatformError(curl_easy_strerror(code));
+    if (code != CURLE_OK) throw PlatformError(curl().easyStrerror(code));
 }
 
 bool equalFolded(const std::string& left, std::string_view right) {
-    return left.size() == right.size() && curl_strnequal(left.data(), right.data(), right.size()) != 0;
+    return left.size() == right.size() && curl().strnequal(left.data(), right.data(), right.size()) != 0;
 }
 
 bool hasLineBreak(const std::string& text) {
@@ -33,56 +33,58 @@ bool hasLineBreak(const std::string& text) {
 } // namespace
 
 struct CurlExchange::Handles {
-    std::unique_ptr<CURLM, decltype(&curl_multi_cleanup)> multi{curl_multi_init(), curl_multi_cleanup};
-    std::unique_ptr<CURL, decltype(&curl_easy_cleanup)> easy{curl_easy_init(), curl_easy_cleanup};
-    std::unique_ptr<curl_slist, decltype(&curl_slist_free_all)> headers{nullptr, curl_slist_free_all};
+    std::unique_ptr<CURLM, decltype(&curl_multi_cleanup)> multi{curl().multiInit(), curl().multiCleanup};
+    std::unique_ptr<CURL, decltype(&curl_easy_cleanup)> easy{curl().easyInit(), curl().easyCleanup};
+    std::unique_ptr<curl_slist, decltype(&curl_slist_free_all)> headers{nullptr, curl().slistFreeAll};
     std::array<char, CURL_ERROR_SIZE> description{};
 
     Handles() {
-        if (!multi || !easy) throw PlatformError(curl_easy_strerror(CURLE_OUT_OF_MEMORY));
+        if (!multi || !easy) throw PlatformError(curl().easyStrerror(CURLE_OUT_OF_MEMORY));
     }
     Handles(const Handles&) = delete;
     Handles& operator=(const Handles&) = delete;
-    ~Handles() { curl_multi_remove_handle(multi.get(), easy.get()); }
+    ~Handles() { curl().multiRemoveHandle(multi.get(), easy.get()); }
 
     template <typename Value> void set(CURLoption option, Value value) {
-        check(curl_easy_setopt(easy.get(), option, value));
+        check(curl().easySetopt(easy.get(), option, value));
     }
 
     void addHeader(const std::string& line) {
-        auto* longer = curl_slist_append(headers.get(), line.c_str());
-        if (!longer) throw PlatformError(curl_easy_strerror(CURLE_OUT_OF_MEMORY));
+        auto* longer = curl().slistAppend(headers.get(), line.c_str());
+        if (!longer) throw PlatformError(curl().easyStrerror(CURLE_OUT_OF_MEMORY));
         static_cast<void>(headers.release());
         headers.reset(longer);
     }
 };
 
-void CurlExchange::initialiseLibrary() {
-    static const CURLcode initialised = curl_global_init(CURL_GLOBAL_DEFAULT);
-    check(initialised);
-}
-
 CurlExchange::CurlExchange(HTTPRequest request, std::string authorities)
-    : m_request(std::move(request)), m_authorities(std::move(authorities)), m_handles(std::make_unique<Handles>()) {}
+    : m_request(std::move(request)), m_authorities(std::move(authorities)) {}
 
 CurlExchange::~CurlExchange() = default;
 
 void CurlExchange::cancel() {
     m_cancelled = true;
-    curl_multi_wakeup(m_handles->multi.get());
+    const std::scoped_lock lock(m_making);
+    if (m_handles) curl().multiWakeup(m_handles->multi.get());
 }
 
 HTTPResponse CurlExchange::perform() {
+    // Here, since the first takes as long as it takes to load the library.
+    auto handles = std::make_unique<Handles>();
+    {
+        const std::scoped_lock lock(m_making);
+        m_handles = std::move(handles);
+    }
     setUp();
     const auto code = static_cast<CURLcode>(run());
     if (m_received > maximumAnswer + maximumHead || m_response.body.size() > maximumAnswer)
         throw PlatformError("The answer is too large.");
     if (code != CURLE_OK) {
         const auto* described = m_handles->description.data();
-        throw PlatformError(*described != '\0' ? described : curl_easy_strerror(code));
+        throw PlatformError(*described != '\0' ? described : curl().easyStrerror(code));
     }
     long status = 0;
-    check(curl_easy_getinfo(m_handles->easy.get(), CURLINFO_RESPONSE_CODE, &status));
+    check(curl().easyGetinfo(m_handles->easy.get(), CURLINFO_RESPONSE_CODE, &status));
     m_response.status = static_cast<int>(status);
     return std::move(m_response);
 }
@@ -152,14 +154,14 @@ void CurlExchange::setUpHeaders() {
 
 int CurlExchange::run() {
     auto* multi = m_handles->multi.get();
-    if (curl_multi_add_handle(multi, m_handles->easy.get()) != CURLM_OK) return CURLE_FAILED_INIT;
+    if (curl().multiAddHandle(multi, m_handles->easy.get()) != CURLM_OK) return CURLE_FAILED_INIT;
     while (!m_cancelled) {
         int running = 0;
-        if (curl_multi_perform(multi, &running) != CURLM_OK) return CURLE_FAILED_INIT;
+        if (curl().multiPerform(multi, &running) != CURLM_OK) return CURLE_FAILED_INIT;
         int left = 0;
-        const CURLMsg* message = curl_multi_info_read(multi, &left);
+        const CURLMsg* message = curl().multiInfoRead(multi, &left);
         if (message && message->msg == CURLMSG_DONE) return message->data.result;
-        if (curl_multi_poll(multi, nullptr, 0, pollMilliseconds, nullptr) != CURLM_OK) return CURLE_FAILED_INIT;
+        if (curl().multiPoll(multi, nullptr, 0, pollMilliseconds, nullptr) != CURLM_OK) return CURLE_FAILED_INIT;
     }
     return CURLE_ABORTED_BY_CALLBACK;
 }

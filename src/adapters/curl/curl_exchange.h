@@ -4,14 +4,13 @@
 
 #include <atomic>
 #include <memory>
+#include <mutex>
 
 namespace bridge {
 
 // One request and its answer. Made on the main thread, performed on the worker, cancelled from the main thread.
 class CurlExchange {
 public:
-    static void initialiseLibrary();
-
     // `authorities` is a file of certificates to trust instead of the system's; empty for those.
     CurlExchange(HTTPRequest request, std::string authorities);
     ~CurlExchange();
@@ -38,6 +37,7 @@ private:
 
     HTTPRequest m_request;
     std::string m_authorities;
+    std::mutex m_making; // of the handles, which perform() does and cancel() looks at
     std::unique_ptr<Handles> m_handles;
     std::atomic<bool> m_cancelled = false;
     HTTPResponse m_response;

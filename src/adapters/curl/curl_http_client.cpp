@@ -22,9 +22,7 @@ private:
 } // namespace
 
 CurlHTTPClient::CurlHTTPClient(EventLoop& loop, std::string authorities)
-    : m_loop(loop), m_authorities(std::move(authorities)) {
-    CurlExchange::initialiseLibrary();
-}
+    : m_loop(loop), m_authorities(std::move(authorities)) {}
 
 Task<HTTPResponse> CurlHTTPClient::send(HTTPRequest request) {
     const auto exchange = std::make_shared<CurlExchange>(std::move(request), m_authorities);
