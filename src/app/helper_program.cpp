@@ -6,13 +6,13 @@ namespace bridge {
 
 namespace {
 
-// `kind` is a folder beside the one of the running program.
-std::string installedOr(const std::filesystem::path& built, std::string_view kind, std::string_view name) {
+// `kind` is a folder beside the one of the running program, or of the build.
+std::string installedOrBuilt(std::string_view kind, std::string_view name) {
     std::error_code problem;
     const auto self = std::filesystem::read_symlink("/proc/self/exe", problem);
     const auto installed = self.parent_path().parent_path() / kind / "brindlefox-apple-bridge" / name;
     if (!problem && std::filesystem::exists(installed, problem)) return installed.string();
-    return (built / name).string();
+    return (std::filesystem::path(BRIDGE_BUILT) / kind / name).string();
 }
 
 } // namespace
@@ -26,11 +26,15 @@ std::string ownProgram() {
 }
 
 std::string helperProgram(std::string_view name) {
-    return installedOr(BRIDGE_BUILT_HELPERS, "libexec", name);
+    return installedOrBuilt("libexec", name);
+}
+
+std::string libraryFile(std::string_view name) {
+    return installedOrBuilt("lib", name);
 }
 
 std::string dataFile(std::string_view name) {
-    return installedOr(BRIDGE_BUILT_DATA, "share", name);
+    return installedOrBuilt("share", name);
 }
 
 } // namespace bridge

@@ -12,6 +12,9 @@ std::string ownProgram();
 // may not be there, since some are built only with the libraries that they need.
 std::string helperProgram(std::string_view name);
 
+// The same for a part of the program itself that is loaded when it is wanted.
+std::string libraryFile(std::string_view name);
+
 // The same for a file that comes along with the program and is only read.
 std::string dataFile(std::string_view name);
 

@@ -74,9 +74,10 @@ man_pages_are_clean_and_complete() {
 package_says_what_it_needs() {
     local program
     dpkg-deb -f "$package" Depends | grep -q 'libc6 (>=' || fail "The libraries were not looked up."
+    dpkg-deb -f "$package" Depends | grep -q 'libqt6quick6' || fail "The dashboard's libraries were not looked up."
     [ "$(dpkg-deb -f "$package" Version)" = "$(zcat "$stage/share/doc/$app/changelog.Debian.gz" |
         dpkg-parsechangelog -l - -S Version)" ] || fail "The changelog is of another version."
-    for program in "$work"/unpacked/usr/bin/* "$work"/unpacked/usr/libexec/$app/*; do
+    for program in "$work"/unpacked/usr/bin/* "$work"/unpacked/usr/libexec/$app/* "$work"/unpacked/usr/lib/$app/modules/*; do
         file "$program" | grep -q ', stripped' || fail "$program has debugging symbols."
     done
 }

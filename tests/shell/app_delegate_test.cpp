@@ -1,11 +1,11 @@
 #include "app/shell/bridge_app_delegate.h"
 
+#include "app/dashboard/dashboard.h"
 #include "tests/shell/fake_panel.h"
 #include "tests/shell/qt_environment.h"
 #include "tests/shell/shell_environment.h"
 #include "tests/support/temporary_folder.h"
 
-#include <QQuickWindow>
 #include <QScreen>
 
 namespace bridge {
@@ -25,8 +25,9 @@ struct AppDelegate : testing::Test {
     void SetUp() override {
         if (!testbus::isPossible()) GTEST_SKIP() << "dbus-daemon is not installed";
         panel.emplace(QString::fromStdString(testbus::address()));
-        delegate.emplace(model, *question,
-                         QDBusConnection::connectToBus(QString::fromStdString(testbus::address()), "delegate"));
+        const auto bus = QDBusConnection::connectToBus(QString::fromStdString(testbus::address()), "delegate");
+        delegate.emplace(model, *question, bus,
+                         [this, bus] { return std::make_unique<Dashboard>(model, *question, bus); });
     }
     ~AppDelegate() override {
         delegate.reset();
@@ -119,6 +120,15 @@ TEST_F(AppDelegate, ShowsTheDashboardWhenAQuestionWaits) {
     EXPECT_TRUE(opens());
     question->answer(ConsentQuestion::Answer::allow);
     EXPECT_EQ(model.contactsPermission.get(), BridgePermissionState::fullAccess);
+}
+
+TEST_F(AppDelegate, TellsWhoeverAsksWhenThereCanBeNoDashboard) {
+    delegate.reset();
+    delegate.emplace(model, *question, QDBusConnection("none"),
+                     []() -> std::unique_ptr<DashboardView> { throw PlatformError("A file is missing."); });
+    EXPECT_THROW(loop.runUntilDone(question->ask(PrivacyService::contacts)), PlatformError);
+    EXPECT_EQ(question->current.get(), std::nullopt);
+    EXPECT_FALSE(isShown());
 }
 
 TEST_F(AppDelegate, MayGoWithTheDashboardOpenAndAQuestionInIt) {

@@ -36,6 +36,7 @@ struct ConsentQuestion::Waiting {
 };
 
 Task<bool> ConsentQuestion::ask(PrivacyService service) {
+    if (bringDashboard) bringDashboard();
     if (!m_hasDashboard) throw PlatformError("You can't be asked for access: the dashboard can't be shown here.");
     Waiting question(*this, service);
     co_await question;

@@ -5,13 +5,14 @@
 
 #include <coroutine>
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 
 namespace bridge {
 
 // The questions whether a service may be used, one after the other, for a dashboard to put to the user. Made before the
-// model that asks through it; until a dashboard is there, and after it is gone, nobody can be asked.
+// model that asks through it; where no dashboard is there nor can be brought, nobody can be asked.
 class ConsentQuestion : public ConsentPrompt {
 public:
     enum class Answer { allow, dontAllow };
@@ -28,6 +29,8 @@ public:
     // is taken for the user's answer, so that he can be asked another time. Not from an observer of `current`.
     void cannotBeShown(const std::string& reason);
 
+    // Puts a dashboard before the user, making it if need be; called for each question before it is asked.
+    std::function<void()> bringDashboard;
     void attachDashboard();
     void detachDashboard();
 

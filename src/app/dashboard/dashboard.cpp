@@ -6,7 +6,6 @@
 #include "base/log.h"
 
 #include <QQmlApplicationEngine>
-#include <QQuickWindow>
 
 void qml_register_types_Brindlefox();
 
@@ -47,9 +46,6 @@ Dashboard::Dashboard(BridgeModel& model, ConsentQuestion& consent, const QDBusCo
     auto& panel = m_state->panel;
     connect(panel.consent(), &ConsentItem::serviceChanged, this, tell);
     connect(panel.folders(), &FolderList::isChoosingChanged, this, tell);
-    connect(panel.consent(), &ConsentItem::serviceChanged, this, [this] {
-        if (!m_state->panel.consent()->service().isEmpty()) emit attentionRequested();
-    });
 }
 
 Dashboard::~Dashboard() = default;

@@ -3,25 +3,16 @@
 #include "app/shell/x11.h"
 #include "base/log.h"
 
-#include <QQuickWindow>
-
 namespace bridge {
 
-BridgeAppDelegate::BridgeAppDelegate(BridgeModel& bridgeModel, ConsentQuestion& consent, const QDBusConnection& bus)
-    : model(bridgeModel),
-      m_consent(consent),
-      m_bus(bus),
-      m_dashboard(std::make_unique<Dashboard>(model, consent, bus)) {
-    connect(m_dashboard.get(), &Dashboard::quitRequested, this, &BridgeAppDelegate::quitRequested);
-    connect(m_dashboard.get(), &Dashboard::attentionRequested, this, [this] { showDashboard({}); });
-    connect(m_dashboard.get(), &Dashboard::dismissed, this, [this] { dashboardPopover->hide(); });
-    // The chooser may have been another program's, and have left the keyboard elsewhere.
-    connect(m_dashboard.get(), &Dashboard::hasModalChanged, this, [this](bool hasModal) {
-        if (!hasModal && dashboardPopover && dashboardPopover->isShown()) showDashboard({});
-    });
+BridgeAppDelegate::BridgeAppDelegate(BridgeModel& bridgeModel, ConsentQuestion& consent, const QDBusConnection& bus,
+                                     MakeDashboard make)
+    : model(bridgeModel), m_consent(consent), m_bus(bus), m_makeDashboard(std::move(make)) {
+    consent.bringDashboard = [this] { showDashboard({}); };
 }
 
 BridgeAppDelegate::~BridgeAppDelegate() {
+    m_consent.bringDashboard = nullptr;
     // Before the window that it holds.
     dashboardPopover.reset();
 }
@@ -46,8 +37,7 @@ void BridgeAppDelegate::showDashboard(const QString& activationToken) {
 Popover* BridgeAppDelegate::popover() {
     if (dashboardPopover) return dashboardPopover.get();
     try {
-        dashboardPopover =
-            std::make_unique<Popover>(*m_dashboard->window(), [this] { return m_dashboard->hasModal(); });
+        makeDashboard();
     } catch (const PlatformError& error) {
         log::note(error.what());
         // Later: it may be a question that has it made.
@@ -56,8 +46,20 @@ Popover* BridgeAppDelegate::popover() {
             Qt::QueuedConnection);
         return nullptr;
     }
-    connect(dashboardPopover.get(), &Popover::aboutToShow, this, &BridgeAppDelegate::prepareToShow);
     return dashboardPopover.get();
+}
+
+void BridgeAppDelegate::makeDashboard() {
+    if (!m_dashboard) m_dashboard = m_makeDashboard();
+    auto* const dashboard = m_dashboard.get();
+    dashboardPopover = std::make_unique<Popover>(*dashboard->window(), [dashboard] { return dashboard->hasModal(); });
+    connect(dashboard, &DashboardView::quitRequested, this, &BridgeAppDelegate::quitRequested);
+    connect(dashboard, &DashboardView::dismissed, dashboardPopover.get(), &Popover::hide);
+    // The chooser may have been another program's, and have left the keyboard elsewhere.
+    connect(dashboard, &DashboardView::hasModalChanged, this, [this](bool hasModal) {
+        if (!hasModal && dashboardPopover->isShown()) showDashboard({});
+    });
+    connect(dashboardPopover.get(), &Popover::aboutToShow, this, &BridgeAppDelegate::prepareToShow);
 }
 
 void BridgeAppDelegate::prepareToShow() {

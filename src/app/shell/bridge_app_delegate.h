@@ -1,10 +1,11 @@
 #pragma once
 
 #include "app/bridge_model.h"
-#include "app/dashboard/dashboard.h"
+#include "app/dashboard/dashboard_view.h"
 #include "app/shell/popover.h"
 #include "app/shell/status_item.h"
 
+#include <functional>
 #include <memory>
 
 namespace bridge {
@@ -14,8 +15,12 @@ class BridgeAppDelegate : public QObject {
     Q_OBJECT
 
 public:
-    // Model and question outlive it; `bus` is the session's, connected or not.
-    BridgeAppDelegate(BridgeModel& bridgeModel, ConsentQuestion& consent, const QDBusConnection& bus);
+    using MakeDashboard = std::function<std::unique_ptr<DashboardView>()>;
+
+    // Model and question outlive it; `bus` is the session's, connected or not. `make` is called when the dashboard is
+    // first wanted, and may throw PlatformError.
+    BridgeAppDelegate(BridgeModel& bridgeModel, ConsentQuestion& consent, const QDBusConnection& bus,
+                      MakeDashboard make);
     ~BridgeAppDelegate() override;
 
     // Puts the icon into the panel.
@@ -38,11 +43,13 @@ signals:
 private:
     // Nothing, and a line in the log, when the dashboard can't be made.
     Popover* popover();
+    void makeDashboard();
     void prepareToShow();
 
     ConsentQuestion& m_consent;
     QDBusConnection m_bus;
-    std::unique_ptr<Dashboard> m_dashboard;
+    MakeDashboard m_makeDashboard;
+    std::unique_ptr<DashboardView> m_dashboard;
     std::optional<QRect> m_lastPlace;
 };
 

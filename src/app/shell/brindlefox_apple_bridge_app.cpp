@@ -4,6 +4,7 @@
 #include "app/instance_socket.h"
 #include "app/shell/app_icon.h"
 #include "app/shell/bridge_app_delegate.h"
+#include "app/shell/dashboard_module.h"
 #include "app/shell/desktop_folder_chooser.h"
 #include "app/shell/display.h"
 #include "app/shell/display_loss.h"
@@ -85,7 +86,7 @@ int BrindlefoxAppleBridgeApp::run(Options::Action action, const std::string& act
 
     const GLibLoopSource source(loop);
     const auto bus = qtSessionBus();
-    BridgeAppDelegate theDelegate(model, question, bus);
+    BridgeAppDelegate theDelegate(model, question, bus, [&] { return loadDashboard(model, question, bus); });
     delegate = &theDelegate;
     QObject::connect(delegate, &BridgeAppDelegate::quitRequested, &application, end);
     delegate->launch();
