@@ -29,6 +29,39 @@ void waitForOwner(const std::string& display, const std::string& name) {
     if (!becomesTrue([&] { return isOwned(display, name); })) throw std::runtime_error(name + " has no owner");
 }
 
+xcb_window_t makeWindow(xcb_connection_t* server) {
+    const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(server)).data;
+    const auto window = xcb_generate_id(server);
+    xcb_create_window(server, XCB_COPY_FROM_PARENT, window, screen->root, 0, 0, 100, 100, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, 0, nullptr);
+    return window;
+}
+
+xcb_atom_t atom(xcb_connection_t* server, const std::string& name) {
+    const auto question = xcb_intern_atom(server, 0, static_cast<uint16_t>(name.size()), name.data());
+    auto* const reply = xcb_intern_atom_reply(server, question, nullptr);
+    const auto known = reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+    std::free(reply);
+    return known;
+}
+
+// A window manager says that it is there some time before it is, and a window that is shown in between may be lost.
+void waitUntilWindowsAreManaged(const std::string& display) {
+    auto* const server = xcb_connect(display.c_str(), nullptr);
+    const auto window = makeWindow(server);
+    const auto state = atom(server, "WM_STATE");
+    const bool managed = becomesTrue([&] {
+        xcb_map_window(server, window);
+        const auto question = xcb_get_property(server, 0, window, state, state, 0, 1);
+        auto* const reply = xcb_get_property_reply(server, question, nullptr);
+        const bool has = reply && reply->type == state;
+        std::free(reply);
+        return has;
+    });
+    xcb_disconnect(server);
+    if (!managed) throw std::runtime_error("the window manager manages nothing");
+}
+
 } // namespace
 
 struct Screen::OtherWindow {
@@ -62,6 +95,7 @@ void Screen::startWindowManager() {
     const std::vector<std::string> command{"sh", "-c", "exec openbox 2>/dev/null"};
     m_manager.emplace(command, environment(), "");
     waitForOwner(m_display, "WM_S0");
+    waitUntilWindowsAreManaged(m_display);
 }
 
 void Screen::startPanel() {
@@ -126,11 +160,7 @@ void Screen::type(const std::string& text) {
 void Screen::openAnotherWindow() {
     auto* const server = xcb_connect(m_display.c_str(), nullptr);
     m_other.reset(new OtherWindow{server});
-    const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(server)).data;
-    const auto window = xcb_generate_id(server);
-    xcb_create_window(server, XCB_COPY_FROM_PARENT, window, screen->root, 0, 0, 100, 100, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, 0, nullptr);
-    xcb_map_window(server, window);
+    xcb_map_window(server, makeWindow(server));
     xcb_flush(server);
 }
 
