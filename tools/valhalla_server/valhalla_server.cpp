@@ -78,8 +78,8 @@ std::string ValhallaServer::hindrance() {
     return hindranceOf(package, machine.machine);
 }
 
-std::string ValhallaServer::hindranceOf(const std::string& package, const std::string& processor) {
-    const fs::path folder(package);
+std::string ValhallaServer::hindranceOf(const std::string& installed, const std::string& processor) {
+    const fs::path folder(installed);
     if (!fs::exists(folder / "index.js"))
         return "Valhalla has not been fetched from npm; tools/fetch-npm try does that, when npm reaches its "
                "registry.";

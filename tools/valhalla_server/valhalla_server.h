@@ -17,7 +17,7 @@ public:
     // What this machine lacks for it, in a sentence; empty when nothing.
     static std::string hindrance();
     // The same of a package that is unpacked in this folder, for a processor as uname() calls it.
-    static std::string hindranceOf(const std::string& package, const std::string& processor);
+    static std::string hindranceOf(const std::string& installed, const std::string& processor);
 
     // Prepares its map in the folder, with the first request, unless an earlier one of its kind has. The path is
     // absolute. Throws PlatformError.
