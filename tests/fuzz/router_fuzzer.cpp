@@ -166,16 +166,16 @@ public:
     Folders folders;
 
 private:
-    static MemoryUserDefaults defaultsWith(const fs::path& root, Bookmarks& bookmarks) {
-        MemoryUserDefaults defaults;
-        const std::vector<StoredFileRoot> stored{{"root", "Documents", {bookmarks.create(root)}}};
-        defaults.setData("authorizedFileRoots.v1", encodeJSON(stored));
-        return defaults;
-    }
+    struct SettingsWithAFolder : MemoryUserDefaults {
+        SettingsWithAFolder(const fs::path& root, Bookmarks& bookmarks) {
+            const std::vector<StoredFileRoot> stored{{"root", "Documents", {bookmarks.create(root)}}};
+            setData("authorizedFileRoots.v1", encodeJSON(stored));
+        }
+    };
 
     EventLoop m_loop;
     PosixBookmarks m_bookmarks;
-    MemoryUserDefaults m_defaults = defaultsWith(folders.root, m_bookmarks);
+    SettingsWithAFolder m_defaults{folders.root, m_bookmarks};
     MemorySecureStore m_secrets;
     MemoryFolderChooser m_chooser;
     ScriptedHTTPClient m_client;
