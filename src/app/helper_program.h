@@ -8,6 +8,9 @@ namespace bridge {
 // Where the running program lies, also after it was replaced by a newer version there; empty when that can't be known.
 std::string ownProgram();
 
+// Whether a newer version lies there by now, or none: what belongs to the running program may be gone with it.
+bool isOwnProgramReplaced();
+
 // Where a program of ours lies that only we start: as installed, seen from the running program, or else as built. It
 // may not be there, since some are built only with the libraries that they need.
 std::string helperProgram(std::string_view name);

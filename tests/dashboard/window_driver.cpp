@@ -118,8 +118,9 @@ void WindowDriver::settle() {
     bool drawn = !m_window.isExposed();
     const auto watch = QObject::connect(&m_window, &QQuickWindow::afterRendering, [&] { drawn = true; });
     m_window.update();
-    comesTrue([&] { return drawn; });
+    const bool isDrawn = comesTrue([&] { return drawn; });
     QObject::disconnect(watch);
+    if (!isDrawn) throw std::runtime_error("the window draws no frame");
 }
 
 bool WindowDriver::eventually(const std::function<bool()>& isReached) {

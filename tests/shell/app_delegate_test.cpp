@@ -6,6 +6,8 @@
 #include "tests/shell/shell_environment.h"
 #include "tests/support/temporary_folder.h"
 
+#include <QAbstractButton>
+#include <QMessageBox>
 #include <QScreen>
 
 namespace bridge {
@@ -51,6 +53,19 @@ struct AppDelegate : testing::Test {
         return nullptr;
     }
 };
+
+std::vector<QMessageBox*> failures() {
+    std::vector<QMessageBox*> shown;
+    for (auto* widget : QApplication::topLevelWidgets())
+        if (auto* box = qobject_cast<QMessageBox*>(widget); box && box->isVisible()) shown.push_back(box);
+    return shown;
+}
+
+void clickIn(const QMessageBox& box, const QString& text) {
+    for (auto* button : box.buttons())
+        if (button->text().remove('&') == text) return button->click();
+    FAIL() << "there is no such button";
+}
 
 // Puts before a module of Qt one that lacks what it needs.
 struct BrokenQt {
@@ -129,6 +144,26 @@ TEST_F(AppDelegate, TellsWhoeverAsksWhenThereCanBeNoDashboard) {
     EXPECT_THROW(loop.runUntilDone(question->ask(PrivacyService::contacts)), PlatformError);
     EXPECT_EQ(question->current.get(), std::nullopt);
     EXPECT_FALSE(isShown());
+}
+
+TEST_F(AppDelegate, TellsTheUserOnceWhenThereCanBeNoDashboardAndLetsHimQuit) {
+    delegate.reset();
+    delegate.emplace(model, *question, QDBusConnection("none"),
+                     []() -> std::unique_ptr<DashboardView> { throw PlatformError("A <file> is missing."); });
+    int quits = 0;
+    QObject::connect(&*delegate, &BridgeAppDelegate::quitRequested, [&quits] { ++quits; });
+    delegate->toggleDashboard(std::nullopt);
+    delegate->showDashboard({});
+    ASSERT_EQ(failures().size(), 1u);
+    EXPECT_EQ(failures()[0]->text(), "A <file> is missing.");
+    EXPECT_EQ(failures()[0]->textFormat(), Qt::PlainText);
+    clickIn(*failures()[0], "Close");
+    EXPECT_TRUE(failures().empty());
+    EXPECT_EQ(quits, 0);
+    delegate->toggleDashboard(std::nullopt);
+    ASSERT_EQ(failures().size(), 1u) << "it is told again to who tries again";
+    clickIn(*failures()[0], "Quit");
+    EXPECT_EQ(quits, 1);
 }
 
 TEST_F(AppDelegate, MayGoWithTheDashboardOpenAndAQuestionInIt) {

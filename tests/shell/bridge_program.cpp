@@ -4,15 +4,9 @@ namespace bridge {
 
 namespace {
 
-// The one of this build, unless the environment names an installed one.
-std::string program() {
-    const char* installed = std::getenv("BRIDGE_PROGRAM");
-    return installed ? installed : BRIDGE_PROGRAM;
-}
-
-std::vector<std::string> commandFor(const std::vector<std::string>& arguments) {
+std::vector<std::string> commandFor(const std::string& program, const std::vector<std::string>& arguments) {
     std::vector<std::string> command{"sh", "-c", "\"$0\" \"$@\" 2>&1 & echo $!; wait $!; echo \"ended with $?\"",
-                                     program()};
+                                     program};
     command.insert(command.end(), arguments.begin(), arguments.end());
     return command;
 }
@@ -39,9 +33,14 @@ BridgeProgram::Variables environmentOf(const TemporaryFolder& home) {
             {"GIO_USE_VFS", "local"}};
 }
 
+std::string BridgeProgram::path() {
+    const char* installed = std::getenv("BRIDGE_PROGRAM");
+    return installed ? installed : BRIDGE_PROGRAM;
+}
+
 BridgeProgram::BridgeProgram(const TemporaryFolder& home, const Variables& variables,
-                             const std::vector<std::string>& arguments)
-    : m_shell(commandFor(arguments), allOf(home, variables), ""), m_pid(std::stoi(m_shell.readLine())) {}
+                             const std::vector<std::string>& arguments, const std::string& program)
+    : m_shell(commandFor(program, arguments), allOf(home, variables), ""), m_pid(std::stoi(m_shell.readLine())) {}
 
 std::string BridgeProgram::readLine() {
     auto line = m_shell.readLine();

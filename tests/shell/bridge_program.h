@@ -12,7 +12,11 @@ class BridgeProgram {
 public:
     using Variables = std::map<std::string, std::string>;
 
-    BridgeProgram(const TemporaryFolder& home, const Variables& variables, const std::vector<std::string>& arguments);
+    // The one of this build, unless the environment names an installed one.
+    static std::string path();
+
+    BridgeProgram(const TemporaryFolder& home, const Variables& variables, const std::vector<std::string>& arguments,
+                  const std::string& program = path());
 
     // Blocks for a line of its log that contains `text`; false when the program ends before.
     bool says(const std::string& text);

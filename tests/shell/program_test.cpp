@@ -213,6 +213,23 @@ TEST_F(ProgramOnAScreen, SaysInAWindowWhyItCannotStart) {
     EXPECT_NE(bridge.log().find("Not a directory"), std::string::npos) << bridge.log();
 }
 
+TEST_F(ProgramOnAScreen, LoadsNoDashboardThatAnUpdateHasBrought) {
+    startDesktop();
+    const auto installed = home / "bin/brindlefox-apple-bridge";
+    std::filesystem::create_directory(home / "bin");
+    std::filesystem::copy_file(BridgeProgram::path(), installed);
+    auto bridge = BridgeProgram(home, {{"DISPLAY", screen->display()}}, {"--background"}, installed);
+    ASSERT_TRUE(bridge.isListening());
+    const auto place = icon();
+    putFile(home / "newer", "another version");
+    std::filesystem::rename(home / "newer", installed);
+    screen->click(place);
+    EXPECT_NE(popover().height, 780) << "it is not the dashboard";
+    bridge.send(SIGTERM);
+    EXPECT_EQ(bridge.exitCode(), 0) << bridge.log();
+    EXPECT_NE(bridge.log().find("was updated or removed while it was running"), std::string::npos) << bridge.log();
+}
+
 TEST_F(ProgramOnAScreen, ShowsNoWindowForItWhenTheSystemStartsIt) {
     putFile(home / "data", "no folder");
     EXPECT_EQ(start({"--background"}).exitCode(), 1);

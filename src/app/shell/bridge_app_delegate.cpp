@@ -3,6 +3,8 @@
 #include "app/shell/x11.h"
 #include "base/log.h"
 
+#include <QPushButton>
+
 namespace bridge {
 
 BridgeAppDelegate::BridgeAppDelegate(BridgeModel& bridgeModel, ConsentQuestion& consent, const QDBusConnection& bus,
@@ -40,6 +42,7 @@ Popover* BridgeAppDelegate::popover() {
         makeDashboard();
     } catch (const PlatformError& error) {
         log::note(error.what());
+        showFailure(error.what());
         // Later: it may be a question that has it made.
         QMetaObject::invokeMethod(
             this, [this, reason = std::string(error.what())] { m_consent.cannotBeShown(reason); },
@@ -56,10 +59,20 @@ void BridgeAppDelegate::makeDashboard() {
     connect(dashboard, &DashboardView::quitRequested, this, &BridgeAppDelegate::quitRequested);
     connect(dashboard, &DashboardView::dismissed, dashboardPopover.get(), &Popover::hide);
     // The chooser may have been another program's, and have left the keyboard elsewhere.
-    connect(dashboard, &DashboardView::hasModalChanged, this, [this](bool hasModal) {
+    connect(dashboard, &DashboardView::hasModalChanged, dashboardPopover.get(), [this](bool hasModal) {
         if (!hasModal && dashboardPopover->isShown()) showDashboard({});
     });
     connect(dashboardPopover.get(), &Popover::aboutToShow, this, &BridgeAppDelegate::prepareToShow);
+}
+
+void BridgeAppDelegate::showFailure(const std::string& reason) {
+    // One is enough, however often the user tries.
+    if (m_failure && m_failure->isVisible()) return m_failure->raise();
+    m_failure = failureBox(reason);
+    // The dashboard is where one quits otherwise.
+    connect(m_failure->addButton("Quit", QMessageBox::DestructiveRole), &QPushButton::clicked, this,
+            &BridgeAppDelegate::quitRequested);
+    m_failure->show();
 }
 
 void BridgeAppDelegate::prepareToShow() {

@@ -2,6 +2,7 @@
 
 #include "app/bridge_model.h"
 #include "app/dashboard/dashboard_view.h"
+#include "app/shell/failure_box.h"
 #include "app/shell/popover.h"
 #include "app/shell/status_item.h"
 
@@ -41,15 +42,17 @@ signals:
     void quitRequested();
 
 private:
-    // Nothing, and a line in the log, when the dashboard can't be made.
+    // Nothing when the dashboard can't be made; user and log are told why.
     Popover* popover();
     void makeDashboard();
+    void showFailure(const std::string& reason);
     void prepareToShow();
 
     ConsentQuestion& m_consent;
     QDBusConnection m_bus;
     MakeDashboard m_makeDashboard;
     std::unique_ptr<DashboardView> m_dashboard;
+    std::unique_ptr<QMessageBox> m_failure; // the last that was shown
     std::optional<QRect> m_lastPlace;
 };
 

@@ -7,6 +7,10 @@
 namespace bridge {
 
 std::unique_ptr<DashboardView> loadDashboard(BridgeModel& model, ConsentQuestion& consent, const QDBusConnection& bus) {
+    // Another version's file would find another program than it was made for.
+    if (isOwnProgramReplaced())
+        throw PlatformError("Brindlefox Apple Bridge was updated or removed while it was running. Quit it, then start "
+                            "it again.");
     try {
         DashboardView* (*makeDashboard)(BridgeModel&, ConsentQuestion&, const QDBusConnection&) =
             SharedLibrary(libraryFile("modules/dashboard.so"))["makeDashboard"];
